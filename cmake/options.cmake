@@ -1,0 +1,21 @@
+# How every target of the project is compiled. Consumers of the library get none of this.
+add_library(dorvale_options INTERFACE)
+target_compile_features(dorvale_options INTERFACE cxx_std_20)
+target_compile_options(
+    dorvale_options
+    INTERFACE
+        -Wall
+        -Wextra
+        -Wpedantic
+        -Wconversion
+        -Wshadow
+        $<$<BOOL:${DORVALE_STRICT}>:-Werror>
+        # A product and a sum are two roundings on every machine, so that results agree.
+        -ffp-contract=off
+        $<$<BOOL:${DORVALE_SANITIZE}>:-fsanitize=${DORVALE_SANITIZE}
+        -fno-sanitize-recover=all
+        -fno-omit-frame-pointer>
+)
+target_link_options(
+    dorvale_options INTERFACE $<$<BOOL:${DORVALE_SANITIZE}>:-fsanitize=${DORVALE_SANITIZE}>
+)
