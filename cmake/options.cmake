@@ -9,13 +9,21 @@ target_compile_options(
         -Wpedantic
         -Wconversion
         -Wshadow
-        $<$<BOOL:${DORVALE_STRICT}>:-Werror>
         # A product and a sum are two roundings on every machine, so that results agree.
         -ffp-contract=off
-        $<$<BOOL:${DORVALE_SANITIZE}>:-fsanitize=${DORVALE_SANITIZE}
-        -fno-sanitize-recover=all
-        -fno-omit-frame-pointer>
 )
-target_link_options(
-    dorvale_options INTERFACE $<$<BOOL:${DORVALE_SANITIZE}>:-fsanitize=${DORVALE_SANITIZE}>
-)
+if(DORVALE_STRICT)
+    target_compile_options(dorvale_options INTERFACE -Werror)
+endif()
+if(DORVALE_SANITIZE)
+    target_compile_options(
+        dorvale_options INTERFACE -fsanitize=${DORVALE_SANITIZE} -fno-sanitize-recover=all
+                                  -fno-omit-frame-pointer
+    )
+    target_link_options(dorvale_options INTERFACE -fsanitize=${DORVALE_SANITIZE})
+endif()
+if(DORVALE_COVERAGE)
+    # Counters are exact also where threads share them.
+    target_compile_options(dorvale_options INTERFACE --coverage -fprofile-update=atomic)
+    target_link_options(dorvale_options INTERFACE --coverage)
+endif()
