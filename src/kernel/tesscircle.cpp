@@ -1,0 +1,124 @@
+#include "kernel/tesscircle.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "kernel/wholepart.h"
+
+namespace dorvale {
+
+namespace {
+
+/// The length of a straight leader's arrow; so an arrow on a long arc, which is as long as a chord,
+/// looks like it.
+constexpr double kChordLength = 3.36;
+constexpr int kFewestChords = 3;
+constexpr int kMostChords = 1000;
+
+int pointCount(double arcLength) {
+    return std::clamp(wholePart(std::round(arcLength / kChordLength)), kFewestChords, kMostChords) +
+           1;
+}
+
+double largerRadius(const Ank_Ellipse& arc) {
+    float first = 0.0F;
+    float second = 0.0F;
+    arc.GetRadius(first, second);
+    return std::max(first, second);
+}
+
+} // namespace
+
+const Ank_Ellipse* CTessCircle::arcOf(const Ank_Leader* leader) {
+    if (leader == nullptr) {
+        return nullptr;
+    }
+    const std::vector<Ank_CurveEntity*> curves = leader->GetAllCurve();
+    if (curves.empty() || curves.front() == nullptr ||
+        curves.front()->GetCurveType() != ANK_CURVE_ARC) {
+        return nullptr;
+    }
+    return static_cast<const Ank_Ellipse*>(curves.front());
+}
+
+CTessCircle::Drawn CTessCircle::drawnPart(const Ank_Ellipse& arc) {
+    float first = 0.0F;
+    float second = 0.0F;
+    arc.GetParameter(first, second);
+    const double start = first;
+    double end = second;
+    constexpr double turn = 2.0 * std::numbers::pi;
+    // Counter-clockwise about a normal that points away from the viewer, the parameter falls.
+    if (arc.GetNormal().z < 0.0F) {
+        end -= end > start ? turn * std::ceil((end - start) / turn) : 0.0;
+    } else {
+        end += end < start ? turn * std::ceil((start - end) / turn) : 0.0;
+    }
+    return {start, end, pointCount(largerRadius(arc) * std::abs(end - start))};
+}
+
+ANK_PNT32 CTessCircle::pointAt(const Ank_Ellipse& arc, double start, double end, int i, int count) {
+    const double t = count > 1 ? start + (end - start) * i / (count - 1) : start;
+    float first = 0.0F;
+    float second = 0.0F;
+    arc.GetRadius(first, second);
+    ANK_DIR32 x;
+    ANK_DIR32 y;
+    ANK_DIR32 z;
+    arc.GetXYZDir(x, y, z);
+    const ANK_PNT32 center = arc.GetCenterPoint();
+    const double alongX = first * std::cos(t);
+    const double alongY = second * std::sin(t);
+    return {static_cast<float>(center.x + alongX * x.x + alongY * y.x),
+            static_cast<float>(center.y + alongX * x.y + alongY * y.y),
+            static_cast<float>(center.z + alongX * x.z + alongY * y.z)};
+}
+
+bool CTessCircle::GetCircleDrawData(std::vector<Ank_Leader*> leaders, std::vector<double>& starts,
+                                    std::vector<double>& ends, double& value,
+                                    std::vector<int>& counts) {
+    starts.assign(leaders.size(), 0.0);
+    ends.assign(leaders.size(), 0.0);
+    counts.assign(leaders.size(), 0);
+    value = 0.0;
+    bool anyArc = false;
+    for (std::size_t i = 0; i < leaders.size(); ++i) {
+        const Ank_Ellipse* arc = arcOf(leaders[i]);
+        if (arc == nullptr) {
+            continue;
+        }
+        const Drawn drawn = drawnPart(*arc);
+        starts[i] = drawn.start;
+        ends[i] = drawn.end;
+        counts[i] = drawn.count;
+        value = std::max(value, largerRadius(*arc));
+        anyArc = true;
+    }
+    return anyArc;
+}
+
+bool CTessCircle::GetCircleDiscretization(const Ank_Ellipse* arc, double start, double end,
+                                          double /*value*/, int count,
+                                          std::vector<ANK_PNT32>& points) {
+    if (arc == nullptr || count < 1) {
+        return false;
+    }
+    points.reserve(points.size() + static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) {
+        points.push_back(pointAt(*arc, start, end, i, count));
+    }
+    return true;
+}
+
+bool CTessCircle::GetCircleDiscretization(const Ank_Ellipse* arc, int count,
+                                          std::vector<ANK_PNT32>& points) {
+    if (arc == nullptr) {
+        return false;
+    }
+    const Drawn drawn = drawnPart(*arc);
+    return GetCircleDiscretization(arc, drawn.start, drawn.end, largerRadius(*arc),
+                                   count > 0 ? count : drawn.count, points);
+}
+
+} // namespace dorvale

@@ -1,0 +1,41 @@
+// Tessellation of circular arcs, as far as the arrow heads of arc leaders need it.
+#pragma once
+
+#include <vector>
+
+#include <dorvale/datamanager.h>
+
+namespace dorvale {
+
+class CTessCircle {
+public:
+    /// The part of an arc that is drawn, and its number of points.
+    struct Drawn {
+        double start = 0.0;
+        double end = 0.0;
+        int count = 0;
+    };
+
+    /// The leader's curve if it is an arc, else null; so for a null leader.
+    static const Ank_Ellipse* arcOf(const Ank_Leader* leader);
+    /// From the arc's first parameter to its second one, which is brought by whole turns to the
+    /// side of the first that the arc's direction asks for; equal parameters stay equal. The points
+    /// are one more than the chords: one chord per 3.36 of length, at least 3 and at most 1000.
+    static Drawn drawnPart(const Ank_Ellipse& arc);
+    /// Point i of `count` points, spread evenly from the start to the end parameter.
+    static ANK_PNT32 pointAt(const Ank_Ellipse& arc, double start, double end, int i, int count);
+
+    /// The drawn part of each leader's arc, zeros for a leader without one; `value` receives the
+    /// largest radius. False where no leader has an arc.
+    static bool GetCircleDrawData(std::vector<Ank_Leader*> leaders, std::vector<double>& starts,
+                                  std::vector<double>& ends, double& value,
+                                  std::vector<int>& counts);
+    /// Appends `count` points of the arc between two parameters.
+    static bool GetCircleDiscretization(const Ank_Ellipse* arc, double start, double end,
+                                        double value, int count, std::vector<ANK_PNT32>& points);
+    /// The whole arc; a count of 0 asks for the number of points of its drawn part.
+    static bool GetCircleDiscretization(const Ank_Ellipse* arc, int count,
+                                        std::vector<ANK_PNT32>& points);
+};
+
+} // namespace dorvale
