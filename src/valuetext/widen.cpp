@@ -1,0 +1,39 @@
+#include "valuetext/widen.h"
+
+#if defined(_WIN32)
+#include <windows.h>
+#else
+#include "valuetext/valuetext.h"
+#endif
+
+namespace dorvale {
+
+#if defined(_WIN32)
+
+void appendWidened(std::wstring& line, const ShortText& text) {
+    // Room for every character and the terminator: a code page never makes more characters than
+    // there are bytes.
+    std::array<wchar_t, ShortText::kCapacity> wide{};
+    const int count = MultiByteToWideChar(CP_ACP, 0, text.c_str(), -1, wide.data(),
+                                          static_cast<int>(wide.size()));
+    line.append(wide.data(), count > 0 ? static_cast<std::size_t>(count - 1) : 0);
+}
+
+#else
+
+void appendWidened(std::wstring& line, const ShortText& text) {
+    // The alphabet of value text: ASCII, and the angle mark as the code page 936 reads it.
+    constexpr wchar_t kWideAngleMark = L'\u309C';
+    const std::string_view narrow = text.view();
+    const bool marked = narrow.ends_with(kAngleMark);
+    const std::string_view ascii = narrow.substr(0, narrow.size() - (marked ? 2 : 0));
+    line.reserve(line.size() + narrow.size());
+    line.append(ascii.begin(), ascii.end());
+    if (marked) {
+        line += kWideAngleMark;
+    }
+}
+
+#endif
+
+} // namespace dorvale
