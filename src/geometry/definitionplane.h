@@ -1,0 +1,51 @@
+// The definition plane of an annotation, from the curves that it measures.
+#pragma once
+
+#include "geometry/curves.h"
+#include "geometry/plane.h"
+
+namespace dorvale {
+
+/// What defines a plane; the values are those of the exported service.
+enum class PlaneKind : int {
+    LineAndDirection = 2,
+    Arc = 4,
+    Circle = 5,
+    TwoLines = 6,
+    Line = 7,
+    TwoPointLines = 11,
+};
+
+inline constexpr int kParallelLines = 900;
+inline constexpr int kNoAngle = 10;
+inline constexpr int kCrossBeyondEnds = 904;
+
+/// Origin and unit axes; where the curves define none, the world's.
+struct PlaneDefinition {
+    Vec3 origin;
+    Vec3 xAxis{1.0, 0.0, 0.0};
+    Vec3 yAxis{0.0, 1.0, 0.0};
+    int status = 0;
+
+    AnnotationPlane plane() const { return {origin, xAxis, yAxis}; }
+};
+
+PlaneDefinition definePlane(PlaneKind kind, const Ank_CurveEntity* first,
+                            const Ank_CurveEntity* second, double angularTolerance,
+                            Vec3 towardsViewer);
+
+/// The plane of two lines, its origin at their crossing (kind `TwoLines`).
+PlaneDefinition planeOfTwoLines(const Segment& line1, const Segment& line2, double angularTolerance,
+                                Vec3 towardsViewer);
+
+/// The plane that two lines span: of crossing or skew lines the one along both, of parallel ones
+/// the one that holds both, of collinear ones one through them. Zero for lines without a length.
+Vec3 normalOfLines(const Segment& line1, const Segment& line2, double angularTolerance);
+
+/// The crossing of two infinite lines. Skew lines cross where their pictures in the XY plane do;
+/// the z of `out` stays then.
+/// @return 0; 904 for a crossing beyond an end of a segment; 900 for parallel lines, 10 where no
+///         angle can be formed, or a kernel status: with `out` untouched
+int LinLinIntersect(const Segment& lineA, const Segment& lineB, Vec3& out);
+
+} // namespace dorvale

@@ -1,0 +1,69 @@
+#include "geometry/plane.h"
+
+#include "geometry/placement.h"
+
+namespace dorvale {
+
+View View::fromMatrix(const double* matrix) {
+    if (matrix == nullptr) {
+        return {};
+    }
+    return {{matrix[0], matrix[4], matrix[8]}, {matrix[2], matrix[6], matrix[10]}};
+}
+
+AnnotationPlane::AnnotationPlane(Vec3 origin, Vec3 xAxis, Vec3 yAxis, Vec3 normal)
+    : origin_(origin), x_(xAxis), y_(yAxis), normal_(normal) {
+    CMathTransform::zfmx03(toArray(origin).data(), toArray(normal).data(), toArray(xAxis).data(),
+                           toPlane_.m, toModel_.m);
+}
+
+AnnotationPlane::AnnotationPlane(Vec3 origin, Vec3 xAxis, Vec3 yAxis)
+    : AnnotationPlane(origin, xAxis, yAxis, cross(xAxis, yAxis)) {}
+
+AnnotationPlane AnnotationPlane::ofSection(Vec3 normal, Vec3 origin, Vec3 xPoint) {
+    const Vec3 unitNormalOfSection = unit(normal);
+    const Vec3 xAxis = unit(xPoint - origin);
+    return {origin, xAxis, cross(xAxis, unitNormalOfSection), unitNormalOfSection};
+}
+
+ANK_MTX32 AnnotationPlane::matrix32() const {
+    ANK_MTX32 narrow;
+    for (int i = 0; i < 4; ++i) {
+        for (int j = 0; j < 4; ++j) {
+            narrow.m[i][j] = static_cast<float>(toModel_.m[i][j]);
+        }
+    }
+    return narrow;
+}
+
+Vec3 AnnotationPlane::toPlane(Vec3 pointInModel) const {
+    return transformed(pointInModel, toPlane_);
+}
+
+Vec3 AnnotationPlane::toModel(Vec3 pointInPlane) const {
+    return transformed(pointInPlane, toModel_);
+}
+
+Vec3 AnnotationPlane::directionInModel(Vec3 directionInPlane) const {
+    return unit(toModel(directionInPlane) - toModel(Vec3{}));
+}
+
+Vec3 AnnotationPlane::placeAlongView(_ank_locate& locate) const {
+    writeTo(locate.point, movedAlongView(locate, origin_, x_, y_, kTolerances));
+    return recordInPlane(locate);
+}
+
+Vec3 AnnotationPlane::place(_ank_locate& locate) const {
+    Vec3 located = movedAlongView(locate, origin_, x_, y_, kTolerances);
+    ProjPntToPlane(located, origin_, x_, y_, located);
+    writeTo(locate.point, located);
+    return recordInPlane(locate);
+}
+
+Vec3 AnnotationPlane::recordInPlane(_ank_locate& locate) const {
+    const Vec3 inPlane = toPlane(fromArray(locate.point));
+    writeTo(locate.point, inPlane);
+    return inPlane;
+}
+
+} // namespace dorvale

@@ -1,0 +1,59 @@
+// The plane that an annotation lies in.
+#pragma once
+
+#include <dorvale/dorvale.h>
+
+#include "geometry/transform.h"
+
+namespace dorvale {
+
+/// The two axes of a view that annotations ask for. A missing view has zeros, which turn nothing.
+struct View {
+    Vec3 right;
+    Vec3 towardsViewer;
+
+    /// @param matrix 16 doubles, or null
+    static View fromMatrix(const double* matrix);
+};
+
+class AnnotationPlane {
+public:
+    /// The world's XY plane.
+    AnnotationPlane() : AnnotationPlane(Vec3{}, {1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}) {}
+    /// The plane through an origin along two unit axes; its normal is X x Y.
+    AnnotationPlane(Vec3 origin, Vec3 xAxis, Vec3 yAxis);
+    /// A section plane through an origin. The X axis runs towards a point of the plane; the axis
+    /// that finds the plane for a placement is X x normal, against the plane's own Y axis.
+    static AnnotationPlane ofSection(Vec3 normal, Vec3 origin, Vec3 xPoint);
+
+    Vec3 xAxis() const { return x_; }
+    Vec3 yAxis() const { return y_; }
+    Vec3 normal() const { return normal_; }
+    const Matrix& toModelMatrix() const { return toModel_; }
+    /// The plane-to-model matrix, as an annotation takes it.
+    ANK_MTX32 matrix32() const;
+
+    Vec3 toPlane(Vec3 pointInModel) const;
+    Vec3 toModel(Vec3 pointInPlane) const;
+    /// A direction of the plane as a unit direction of the model.
+    Vec3 directionInModel(Vec3 directionInPlane) const;
+
+    /// Moves a placement along its viewing ray into the plane and returns it in plane coordinates,
+    /// which the record holds afterwards. It stays off the plane where the ray never meets it.
+    Vec3 placeAlongView(_ank_locate& locate) const;
+    /// The same, dropped perpendicularly into the plane where the ray never meets it.
+    Vec3 place(_ank_locate& locate) const;
+
+private:
+    AnnotationPlane(Vec3 origin, Vec3 xAxis, Vec3 yAxis, Vec3 normal);
+    Vec3 recordInPlane(_ank_locate& locate) const;
+
+    Vec3 origin_;
+    Vec3 x_;
+    Vec3 y_;
+    Vec3 normal_;
+    Matrix toPlane_;
+    Matrix toModel_;
+};
+
+} // namespace dorvale
