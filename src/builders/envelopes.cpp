@@ -1,0 +1,95 @@
+#include "builders/envelopes.h"
+
+#include <optional>
+#include <vector>
+
+#include <dorvale/dorvale.h>
+
+#include "kernel/sb.h"
+
+namespace dorvale {
+
+namespace {
+
+ANK_RGBA32 colorOf(std::uint32_t word) {
+    const auto channel = [word](unsigned shift) {
+        return static_cast<float>(((word >> shift) & 0xFFU) / 255.0);
+    };
+    ANK_RGBA32 color;
+    SbColor4f(channel(0), channel(8), channel(16), 0.0F)
+        .getValue(color.r, color.g, color.b, color.a);
+    return color;
+}
+
+/// The far end of a leader's first curve: the last point of a polyline, the end of an arc.
+std::optional<ANK_PNT32> farEndOf(const Ank_Leader& leader) {
+    const std::vector<Ank_CurveEntity*> curves = leader.GetAllCurve();
+    const Ank_CurveEntity* curve = curves.empty() ? nullptr : curves.front();
+    if (curve == nullptr) {
+        return std::nullopt;
+    }
+    if (curve->GetCurveType() == ANK_CURVE_POLYLINE) {
+        const auto& points = static_cast<const Ank_PolyLine*>(curve)->GetPoints();
+        return points.size() < 2 ? std::nullopt : std::optional(points.back());
+    }
+    if (curve->GetCurveType() == ANK_CURVE_ARC) {
+        ANK_PNT32 start;
+        ANK_PNT32 end;
+        static_cast<const Ank_Ellipse*>(curve)->GetCoordinatePnt(start, end);
+        return end;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::unique_ptr<Ank_Envelope> makeEnvelope(const FrameStyle& style, const ANK_PNT32& anchor) {
+    auto envelope = std::make_unique<Ank_Envelope>();
+    envelope->SetFrameFlag(style.drawn);
+    envelope->SetBackgroundColor(colorOf(style.background));
+    envelope->SetFrameColor(colorOf(style.frame));
+    envelope->SetAnchorPoint(ANK_ANCHOR_LOCATION, anchor);
+    return envelope;
+}
+
+void frameFirstBlock(const Ank_PMI& pmi, const FrameStyle& style) {
+    const std::vector<Ank_ComText*>& blocks = pmi.GetComText();
+    if (blocks.empty() || blocks.front() == nullptr) {
+        return;
+    }
+    const std::vector<Ank_Text*> texts = blocks.front()->GetTexts();
+    if (texts.empty() || texts.front() == nullptr) {
+        return;
+    }
+    blocks.front()->SetEnvelope(makeEnvelope(style, texts.front()->GetInnerLoc()).release());
+}
+
+} // namespace dorvale
+
+void PMISetEnvelope(int mode, bool apply, bool stub, bool withEnvelope, Envelope& envelope,
+                    Ank_PMI* pmi) {
+    using namespace dorvale;
+    if (mode != 1 || !apply || pmi == nullptr) {
+        return;
+    }
+    ANK_PNT32 anchor;
+    const std::vector<Ank_Leader*>& leaders = pmi->GetLeaders();
+    if (!leaders.empty()) {
+        const std::optional<ANK_PNT32> farEnd =
+            leaders.front() == nullptr ? std::nullopt : farEndOf(*leaders.front());
+        if (!farEnd) {
+            return;
+        }
+        anchor = *farEnd;
+        leaders.front()->SetStubDelta(stub);
+    }
+    if (!withEnvelope) {
+        return;
+    }
+    const FrameStyle style{envelope.frameFlag, envelope.backgroundColour, envelope.frameColour};
+    for (Ank_ComText* block : pmi->GetComText()) {
+        if (block != nullptr) {
+            block->SetEnvelope(makeEnvelope(style, anchor).release());
+        }
+    }
+}

@@ -1,0 +1,23 @@
+// Frames of text blocks.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include <dorvale/datamanager.h>
+
+namespace dorvale {
+
+/// How a frame looks. Colours: red in the lowest byte, then green, then blue.
+struct FrameStyle {
+    bool drawn;
+    std::uint32_t background;
+    std::uint32_t frame;
+};
+
+std::unique_ptr<Ank_Envelope> makeEnvelope(const FrameStyle& style, const ANK_PNT32& anchor);
+
+/// Frames the first block, anchored at its first text; leaves an annotation without one alone.
+void frameFirstBlock(const Ank_PMI& pmi, const FrameStyle& style);
+
+} // namespace dorvale

@@ -1,0 +1,70 @@
+#include "builders/leaders.h"
+
+#include "kernel/tesscircle.h"
+
+namespace dorvale {
+
+namespace {
+
+/// Length and width of a straight leader's arrow.
+constexpr float kArrowLength = 3.36F;
+constexpr float kArrowWidth = 1.12F;
+constexpr double kArrowProportion = 3.0;
+
+/// Two equal points give 0/0 as it is.
+ANK_DIR32 directionOf(const ANK_PNT32& from, const ANK_PNT32& to) {
+    const Vec3 v = widen(to) - widen(from);
+    return toDirection32(v / distance(widen(to), widen(from)));
+}
+
+void setArrowAlong(Ank_Leader& leader, const Ank_Ellipse& arc, const CTessCircle::Drawn& drawn) {
+    const ANK_PNT32 tip = CTessCircle::pointAt(arc, drawn.start, drawn.end, 0, drawn.count);
+    const ANK_PNT32 next = CTessCircle::pointAt(arc, drawn.start, drawn.end, 1, drawn.count);
+    const double length = distance(widen(tip), widen(next));
+    float size[2] = {static_cast<float>(length), static_cast<float>(length / kArrowProportion)};
+    leader.SetTerminator(ANK_TERM_ARROW, size, tip, toDirection32(unit(widen(next) - widen(tip))));
+}
+
+} // namespace
+
+std::unique_ptr<Ank_Leader> makeLeader(const Points& points, const ANK_PNT32& tip,
+                                       AnkTermTypeEnum terminator) {
+    std::unique_ptr<Ank_PolyLine> curve = makePolyline(points);
+    if (!curve) {
+        return nullptr;
+    }
+    auto leader = std::make_unique<Ank_Leader>();
+    curve->SetUsageType(ANK_CURVE_USAGE_LEADER);
+    curve->SetCurveDispStat(true);
+    leader->SetCurve(curve.release());
+    leader->SetLeaderType(ANK_LEADER_STRAIGHT);
+    float size[2] = {kArrowLength, kArrowWidth};
+    leader->SetTerminator(terminator, size, tip, directionOf(points[0], points[1]));
+    return leader;
+}
+
+std::unique_ptr<Ank_Leader> makeArcLeader(std::unique_ptr<Ank_Ellipse> arc) {
+    auto leader = std::make_unique<Ank_Leader>();
+    arc->SetUsageType(ANK_CURVE_USAGE_LEADER);
+    arc->SetCurveDispType(ANK_CURVE_DISP_DIMENSION);
+    arc->SetCurveDispStat(true);
+    leader->SetCurve(arc.release());
+    leader->SetLeaderType(ANK_LEADER_ARC);
+    return leader;
+}
+
+void setArcTerminators(const std::vector<Ank_Leader*>& leaders) {
+    for (Ank_Leader* leader : leaders) {
+        const Ank_Ellipse* arc = CTessCircle::arcOf(leader);
+        if (arc == nullptr) {
+            continue;
+        }
+        const CTessCircle::Drawn drawn = CTessCircle::drawnPart(*arc);
+        if (drawn.start == drawn.end) {
+            return;
+        }
+        setArrowAlong(*leader, *arc, drawn);
+    }
+}
+
+} // namespace dorvale

@@ -1,0 +1,20 @@
+// Leaders and their arrow heads.
+#pragma once
+
+#include "builders/curves.h"
+
+namespace dorvale {
+
+/// A leader along the points, its terminator at `tip`, pointing from the first point to the second.
+/// Null where the points make no polyline.
+std::unique_ptr<Ank_Leader> makeLeader(const Points& points, const ANK_PNT32& tip,
+                                       AnkTermTypeEnum terminator);
+
+/// A leader along an arc, without an arrow.
+std::unique_ptr<Ank_Leader> makeArcLeader(std::unique_ptr<Ank_Ellipse> arc);
+
+/// Puts an arrow on the start of every arc leader, as long as the first chord of its tessellation
+/// and a third as wide. The first arc whose parameters are equal ends the pass.
+void setArcTerminators(const std::vector<Ank_Leader*>& leaders);
+
+} // namespace dorvale

@@ -1,0 +1,56 @@
+#include "builders/lines.h"
+
+#include "builders/ownership.h"
+
+namespace dorvale {
+
+namespace {
+
+/// The curve passes to the line, unless the line throws.
+void addCurve(Ank_SpecialLine& line, std::unique_ptr<Ank_CurveEntity> curve) {
+    line.AddCurve(curve.get());
+    static_cast<void>(curve.release());
+}
+
+} // namespace
+
+std::unique_ptr<Ank_Extensionline> makeExtensionLine(const Points& points, bool display,
+                                                     AnkCurveDispTypeEnum dispType) {
+    auto line = std::make_unique<Ank_Extensionline>();
+    line->SetExLineType(ANK_EXTENSION_LINE);
+    auto curve = std::make_unique<Ank_PolyLine>();
+    curve->SetUsageType(ANK_CURVE_USAGE_EXTENSION_LINE);
+    curve->SetPoints(points);
+    curve->SetDomain(0.0F, 0.0F);
+    curve->SetCurveDispType(dispType);
+    curve->SetCurveDispStat(true);
+    line->SetCurve(curve.release());
+    line->SetDisplay(display);
+    return line;
+}
+
+std::unique_ptr<Ank_SpecialLine> makeSpecialLine(const Points& points) {
+    std::unique_ptr<Ank_PolyLine> curve = makePolyline(points);
+    if (!curve) {
+        return nullptr;
+    }
+    auto line = std::make_unique<Ank_SpecialLine>();
+    curve->SetCurveDispType(ANK_CURVE_DISP_SPECIAL_LINE);
+    curve->SetCurveDispStat(true);
+    curve->SetUsageType(ANK_CURVE_USAGE_SPECIAL_LINE);
+    line->SetSpecLinUse(ANK_SPECIAL_LINE_POINTS);
+    addCurve(*line, std::move(curve));
+    return line;
+}
+
+std::unique_ptr<Ank_SpecialLine> makeArcSpecialLine(const ArcShape& shape) {
+    std::unique_ptr<Ank_Ellipse> curve = makeArc(shape, std::nullopt);
+    auto line = std::make_unique<Ank_SpecialLine>();
+    curve->SetUsageType(ANK_CURVE_USAGE_SPECIAL_LINE);
+    curve->SetCurveDispType(ANK_CURVE_DISP_DIMENSION);
+    curve->SetCurveDispStat(true);
+    addCurve(*line, std::move(curve));
+    return line;
+}
+
+} // namespace dorvale

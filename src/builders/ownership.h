@@ -1,0 +1,44 @@
+// Who owns an element until an annotation takes it.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+namespace dorvale {
+
+/// Appends an object to a list of plain pointers, which the list's owner answers for from then on.
+template <typename T> void append(std::vector<T*>& list, std::unique_ptr<T> object) {
+    list.push_back(object.get());
+    static_cast<void>(object.release());
+}
+
+/// A list in the form that annotations take. It owns its objects until they are handed over; a list
+/// may grow after that and be handed over again.
+template <typename T> class PendingList {
+public:
+    explicit PendingList(std::size_t expected) { objects_.reserve(expected); }
+    PendingList(const PendingList&) = delete;
+    PendingList& operator=(const PendingList&) = delete;
+    ~PendingList() {
+        for (std::size_t i = handedOver_; i < objects_.size(); ++i) {
+            delete objects_[i];
+        }
+    }
+
+    void add(std::unique_ptr<T> object) { append(objects_, std::move(object)); }
+    const std::vector<T*>& objects() const { return objects_; }
+    bool empty() const { return objects_.empty(); }
+
+    /// Hands all objects over by a setter, which takes nothing if it throws.
+    template <typename Setter> void handOver(Setter setter) {
+        setter(objects_);
+        handedOver_ = objects_.size();
+    }
+
+private:
+    std::vector<T*> objects_;
+    std::size_t handedOver_ = 0;
+};
+
+} // namespace dorvale
