@@ -1,0 +1,72 @@
+#include "generators/assembly.h"
+
+#include "builders/leaders.h"
+#include "builders/lines.h"
+
+namespace dorvale {
+
+bool readsBackwards(Vec3 textX, const AnnotationPlane& plane, const View& view) {
+    return dot(plane.directionInModel(textX), view.right) < 0.0;
+}
+
+const Points& Assembly::pair(Vec3 first, Vec3 second) {
+    points_[0] = toPoint32(first);
+    points_[1] = toPoint32(second);
+    return points_;
+}
+
+void Assembly::addLeader(Vec3 tip, Vec3 end, Head head, Stub stub) {
+    std::unique_ptr<Ank_Leader> leader = makeLeader(
+        pair(tip, end), toPoint32(tip), head == Head::Arrow ? ANK_TERM_ARROW : ANK_TERM_NONE);
+    if (!leader) {
+        return;
+    }
+    if (stub == Stub::Yes) {
+        leader->SetStubDelta(true);
+    }
+    leaders_.add(std::move(leader));
+}
+
+void Assembly::addArcLeader(Vec3 center, Vec3 start, Vec3 end, double radius,
+                            const std::optional<Vec3>& normal) {
+    leaders_.add(makeArcLeader(
+        makeArc({toPoint32(center), toPoint32(start), toPoint32(end), static_cast<float>(radius)},
+                normal)));
+}
+
+void Assembly::setArcTerminators() { dorvale::setArcTerminators(leaders_.objects()); }
+
+void Assembly::setLeaders() {
+    leaders_.handOver([this](const std::vector<Ank_Leader*>& list) { pmi_.SetLeaders(list); });
+}
+
+void Assembly::setLeadersIfAny() {
+    if (!leaders_.empty()) {
+        setLeaders();
+    }
+}
+
+void Assembly::addExtensionLine(Vec3 from, Vec3 to) {
+    extensionLines_.add(makeExtensionLine(pair(from, to), /*display=*/true));
+}
+
+void Assembly::setExtensionLinesIfAny() {
+    if (!extensionLines_.empty()) {
+        extensionLines_.handOver(
+            [this](const std::vector<Ank_Extensionline*>& list) { pmi_.SetExLines(list); });
+    }
+}
+
+void Assembly::addText(const std::optional<std::wstring>& line, Vec3 location, const TextAxes& axes,
+                       double height) {
+    if (!line) {
+        return;
+    }
+    ANK_PNT32 at = toPoint32(location);
+    std::unique_ptr<Ank_ComText> block = makeStackedText({&*line, 1}, at, axes, height);
+    if (block) {
+        handOver(pmi_, &Ank_PMI::AddComText, std::move(block));
+    }
+}
+
+} // namespace dorvale

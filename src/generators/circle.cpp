@@ -1,0 +1,130 @@
+// Radius and diameter of a circle.
+#include "generators/assembly.h"
+#include "generators/kindcode.h"
+#include "geometry/definitionplane.h"
+#include "valuetext/valueline.h"
+
+using namespace dorvale;
+
+namespace {
+
+constexpr Vec3 kPlaneX{1.0, 0.0, 0.0};
+/// Outside the circle the text stands along the plane's X axis, its up direction mirrored.
+constexpr TextDirections kOutside{kPlaneX, {0.0, -1.0, 0.0}};
+
+/// A circle and the placement of its text, in the circle's plane:
+///
+///     far ---- center ---- near --- placed
+struct PlacedCircle {
+    AnnotationPlane plane;
+    Vec3 center;
+    double radius = 0.0;
+    Vec3 placed;
+    /// From the centre towards the placement; the plane's X axis where both coincide.
+    Vec3 direction;
+    double distance = 0.0;
+    Vec3 near;
+
+    bool holdsPlacement() const { return radius > distance; }
+};
+
+/// Sets the annotation's plane and brings the circle and the placement into it.
+PlacedCircle placeCircle(const Ank_CurveEntity* curve, _ank_locate& locate, const View& view,
+                         Ank_PMI& pmi) {
+    PlacedCircle circle;
+    circle.plane =
+        definePlane(PlaneKind::Circle, curve, nullptr, kTolerances.angle, view.towardsViewer)
+            .plane();
+    pmi.SetDefPlane(circle.plane.matrix32());
+    const Arc arc = arcOf(curve);
+    circle.radius = arc.radius;
+    circle.placed = circle.plane.place(locate);
+    circle.center = circle.plane.toPlane(arc.center);
+    circle.direction = tryUnit(circle.placed - circle.center).value_or(kPlaneX);
+    circle.distance = distance(circle.placed, circle.center);
+    circle.near = moved(circle.center, circle.direction, circle.radius);
+    return circle;
+}
+
+TextDirections readable(const TextDirections& text, const PlacedCircle& circle, const View& view) {
+    return readsBackwards(text.x, circle.plane, view) ? text.reversed() : text;
+}
+
+/// The text of a radius: one line without font, spacing or box.
+void addRadiusText(std::wstring line, const PlacedCircle& circle, const TextDirections& directions,
+                   double height, Ank_PMI& pmi) {
+    auto text = std::make_unique<Ank_Text>();
+    const TextAxes axes = directions.axes();
+    const CharSize size = charSizeOf(textHeightOr(height));
+    text->SetInnerLoc(toPoint32(circle.placed));
+    text->SetText(std::move(line));
+    text->SetInnerXYAxis(axes.x, axes.y);
+    text->SetCharWidthHeight(static_cast<float>(size.width), static_cast<float>(size.height));
+    PendingList<Ank_Text> texts(1);
+    texts.add(std::move(text));
+    auto block = std::make_unique<Ank_ComText>();
+    texts.handOver([&](const std::vector<Ank_Text*>& list) { block->SetTexts(list); });
+    block->SetOuterBox({});
+    handOver(pmi, &Ank_PMI::AddComText, std::move(block));
+}
+
+} // namespace
+
+void PMICreateDiameterDim3D(int* kindCode, Ank_CurveEntity* curve, _ank_locate* locate,
+                            int* /*unused*/, double textHeight, Ank_PMI* pmi, int* /*status*/,
+                            double* viewMatrix) {
+    if (!isKnownKind(kindCode)) {
+        return;
+    }
+    const View view = View::fromMatrix(viewMatrix);
+    const PlacedCircle circle = placeCircle(curve, *locate, view, *pmi);
+    const bool inside = circle.holdsPlacement();
+    const Vec3 far = inside
+                         ? moved(circle.near, -circle.direction, 2.0 * circle.radius)
+                         : moved(circle.placed, -circle.direction, circle.distance + circle.radius);
+    Assembly assembly(*pmi);
+    assembly.addLeader(circle.near, circle.placed);
+    assembly.setLeaders();
+    assembly.addLeader(far, circle.placed, Head::Arrow, inside ? Stub::No : Stub::Yes);
+    assembly.setLeaders();
+
+    const TextDirections text =
+        readable(inside ? alongDirection(circle.direction) : kOutside, circle, view);
+    constexpr std::wstring_view kDiameterSign = L"\u2300";
+    assembly.addText(lengthLine(2.0 * circle.radius, kDiameterSign), circle.placed, text.axes(),
+                     textHeight);
+    pmi->SetType(ANK_PMI_DIAMETER);
+    pmi->SetParallelScreen(true);
+    pmi->SetDisplay(true);
+    pmi->SetDim(3);
+}
+
+void PMICreateRadiusDim3D(int* kindCode, Ank_CurveEntity* curve, _ank_locate* locate,
+                          int* /*unused*/, double textHeight, Ank_PMI* pmi, int* /*status*/,
+                          double* viewMatrix) {
+    if (!isKnownKind(kindCode)) {
+        return;
+    }
+    const View view = View::fromMatrix(viewMatrix);
+    const PlacedCircle circle = placeCircle(curve, *locate, view, *pmi);
+    Assembly assembly(*pmi);
+    TextDirections text = kOutside;
+    if (circle.holdsPlacement()) {
+        assembly.addLeader(circle.near, circle.placed);
+        assembly.setLeaders();
+        assembly.addLeader(circle.center, circle.placed, Head::None);
+        assembly.setLeaders();
+        text = alongDirection(unit(circle.placed - circle.near));
+    } else if (circle.distance > circle.radius) {
+        // On the circle itself there is nothing to lead to.
+        assembly.addLeader(circle.near, circle.placed, Head::Arrow, Stub::Yes);
+        assembly.setLeaders();
+    }
+    if (std::optional<std::wstring> line = lengthLine(circle.radius, L"R")) {
+        addRadiusText(std::move(*line), circle, readable(text, circle, view), textHeight, *pmi);
+    }
+    pmi->SetType(ANK_PMI_RADIUS);
+    pmi->SetDisplay(true);
+    pmi->SetDim(3);
+    pmi->SetParallelScreen(true);
+}

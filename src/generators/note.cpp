@@ -1,0 +1,73 @@
+// Notes: lines of text with an optional leader.
+#include "generators/assembly.h"
+
+using namespace dorvale;
+
+namespace {
+
+constexpr double kNoteHeight = 14.0;
+/// The character width is left to the font.
+constexpr float kFontsOwnWidth = 0.0F;
+constexpr float kNoteSpacing = 1.1F;
+constexpr int kMarkedLine = 1;
+constexpr TextAxes kUpright{{1.0F, 0.0F, 0.0F}, {0.0F, 1.0F, 0.0F}};
+/// An empty box: its corners stand the wrong way round.
+constexpr ANK_BOX32 kEmptyBox{{1.0F, 1.0F, 1.0F}, {-1.0F, -1.0F, -1.0F}};
+
+/// A line of a note; without a location it stays at the model's default.
+std::unique_ptr<Ank_Text> makeNoteText(std::wstring line, double height,
+                                       const std::optional<ANK_PNT32>& location) {
+    auto text = std::make_unique<Ank_Text>();
+    text->SetText(std::move(line));
+    text->SetCharWidthHeight(kFontsOwnWidth, static_cast<float>(height));
+    text->SetCharSpacing(kNoteSpacing);
+    if (location) {
+        text->SetInnerLoc(*location);
+    }
+    text->SetInnerXYAxis(kUpright.x, kUpright.y);
+    return text;
+}
+
+/// The lines run downwards from the location.
+void addLines(PendingList<Ank_Text>& texts, const std::vector<PMITextLine>& lines,
+              ANK_PNT32 location, double height) {
+    for (const PMITextLine& line : lines) {
+        if (line.text.empty()) {
+            continue;
+        }
+        std::unique_ptr<Ank_Text> text = makeNoteText(line.text, height, location);
+        if (line.kind == kMarkedLine) {
+            text->SetUsageType(ANK_TEXT_NOTE_MARKED);
+        }
+        texts.add(std::move(text));
+        location.y = static_cast<float>(location.y - height);
+    }
+}
+
+} // namespace
+
+void PMICreateNote3D(std::vector<PMITextLine>& lines, double* target, double* textPoint,
+                     const int& /*unused*/, bool withLeader, std::wstring extraLine, double height,
+                     Ank_PMI* pmi, int* /*status*/) {
+    const double noteHeight = textHeightOr(height, kNoteHeight);
+    const Vec3 location = fromArray(textPoint);
+    PendingList<Ank_Text> texts(lines.size() + 1);
+    addLines(texts, lines, toPoint32(location), noteHeight);
+    if (!extraLine.empty()) {
+        std::unique_ptr<Ank_Text> extra =
+            makeNoteText(std::move(extraLine), noteHeight, std::nullopt);
+        extra->SetUsageType(ANK_TEXT_NOTE_EXTRA);
+        texts.add(std::move(extra));
+    }
+    if (withLeader) {
+        Assembly assembly(*pmi);
+        assembly.addLeader(fromArray(target), location);
+        assembly.setLeaders();
+    }
+    auto block = std::make_unique<Ank_ComText>();
+    // Twice, as hosts expect it.
+    block->SetOuterBox(kEmptyBox);
+    block->SetOuterBox(kEmptyBox);
+    texts.handOver([&](const std::vector<Ank_Text*>& list) { block->SetTexts(list); });
+    handOver(*pmi, &Ank_PMI::AddComText, std::move(block));
+}
