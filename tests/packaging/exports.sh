@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Compares what a library exports, demangled, with the list that is expected.
+set -euo pipefail
+export LC_ALL=C
+library=$1 list=$2
+
+exported() {
+    case $library in
+    *.dll)
+        x86_64-w64-mingw32-objdump -p "$library" |
+            sed -n '/Ordinal\/Name Pointer/,/^$/s/^\t\[ *[0-9]*\] //p' | c++filt
+        ;;
+    *)
+        nm -D --defined-only "$library" | cut -d ' ' -f 3 | c++filt
+        ;;
+    esac
+}
+
+diff --label expected --label "exported by $(basename "$library")" -u <(sort -u "$list") \
+    <(exported | sort -u)
