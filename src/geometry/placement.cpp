@@ -36,14 +36,16 @@ Vec3 movedAlongView(const _ank_locate& locate, Vec3 origin, Vec3 xAxis, Vec3 yAx
 }
 
 int ProjPntToPlane(Vec3 point, Vec3 origin, Vec3 xAxis, Vec3 yAxis, Vec3& out) {
-    const Vec3 normal = unitNormal(xAxis, yAxis);
-    const std::optional<Vec3> foot = meetPlane(point, normal, origin, normal, kTolerances);
-    out = foot.value_or(out);
-    return foot ? 0 : -1;
+    const std::optional<Vec3> normal = tryUnitNormal(xAxis, yAxis);
+    if (!normal) {
+        return -1;
+    }
+    out = droppedOnto(point, origin, *normal);
+    return 0;
 }
 
-Vec3 droppedOnto(Vec3 point, Vec3 pointOfPlane, Vec3 normal) {
-    return meetPlane(point, normal, pointOfPlane, normal, kTolerances).value_or(point);
+Vec3 droppedOnto(Vec3 point, Vec3 pointOfPlane, Vec3 unitNormal) {
+    return moved(point, unitNormal, dot(pointOfPlane - point, unitNormal));
 }
 
 } // namespace dorvale

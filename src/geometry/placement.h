@@ -16,8 +16,8 @@ Vec3 movedAlongView(const _ank_locate& locate, Vec3 origin, Vec3 xAxis, Vec3 yAx
 /// that span no plane.
 int ProjPntToPlane(Vec3 point, Vec3 origin, Vec3 xAxis, Vec3 yAxis, Vec3& out);
 
-/// Orthogonal projection onto the plane through a point with a normal; the point itself for a
+/// Orthogonal projection onto the plane through a point with a unit normal; the point itself for a
 /// normal without a length.
-Vec3 droppedOnto(Vec3 point, Vec3 pointOfPlane, Vec3 normal);
+Vec3 droppedOnto(Vec3 point, Vec3 pointOfPlane, Vec3 unitNormal);
 
 } // namespace dorvale

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 #include "kernel/triple.h"
 
@@ -23,59 +22,30 @@ void transform(int dimIn, int count, int dimOut, const double* in, const double 
     }
 }
 
-/// A matrix beside the identity: elimination turns the left half into the identity and the right
-/// half into the inverse.
-using Augmented = std::array<std::array<double, 8>, 4>;
+/// The 2 x 2 determinants of two rows, by columns: 01, 02, 03, 12, 13, 23.
+using Minors = std::array<double, 6>;
 
-Augmented besideIdentity(const double (*m)[4]) {
-    Augmented rows{};
-    for (std::size_t i = 0; i < 4; ++i) {
-        std::copy_n(m[i], 4, rows[i].begin());
-        rows[i][4 + i] = 1.0;
-    }
-    return rows;
+Minors minorsOf(const double* upper, const double* lower) {
+    const auto minor = [&](int i, int j) { return upper[i] * lower[j] - upper[j] * lower[i]; };
+    return {minor(0, 1), minor(0, 2), minor(0, 3), minor(1, 2), minor(1, 3), minor(2, 3)};
+}
+
+/// Laplace's expansion by the upper and the lower two rows.
+double determinant(const Minors& s, const Minors& c) {
+    return s[0] * c[5] - s[1] * c[4] + s[2] * c[3] + s[3] * c[2] - s[4] * c[1] + s[5] * c[0];
 }
 
 double largestOf(const double* row) {
-    double largest = 0.0;
-    for (int j = 0; j < 4; ++j) {
-        largest = std::max(largest, std::abs(row[j]));
-    }
-    return largest;
+    return std::max({std::abs(row[0]), std::abs(row[1]), std::abs(row[2]), std::abs(row[3])});
 }
 
-/// Gauss-Jordan elimination with scaled partial pivoting: a pivot counts in proportion to the
-/// largest element that its row started with, so that a large translation or a small scale does not
-/// make a matrix singular. False for a singular one.
-bool eliminate(Augmented& rows, std::array<double, 4> rowScale) {
-    constexpr double kNoPivot = 1e-14;
-    for (std::size_t column = 0; column < 4; ++column) {
-        const auto weight = [&](std::size_t row) {
-            return std::abs(rows[row][column]) / rowScale[row];
-        };
-        std::size_t pivot = column;
-        for (std::size_t row = column + 1; row < 4; ++row) {
-            if (weight(row) > weight(pivot)) {
-                pivot = row;
-            }
-        }
-        if (!(weight(pivot) > kNoPivot)) {
-            return false;
-        }
-        std::swap(rows[pivot], rows[column]);
-        std::swap(rowScale[pivot], rowScale[column]);
-        const double divisor = rows[column][column];
-        for (double& element : rows[column]) {
-            element /= divisor;
-        }
-        for (std::size_t row = 0; row < 4; ++row) {
-            const double factor = rows[row][column];
-            for (std::size_t j = 0; row != column && j < 8; ++j) {
-                rows[row][j] -= factor * rows[column][j];
-            }
-        }
-    }
-    return true;
+/// One row of the adjugate's upper or lower half: the cofactors that a row of the other half makes
+/// with the minors of the opposite two rows.
+std::array<double, 4> cofactors(const double* row, const Minors& m) {
+    return {row[1] * m[5] - row[2] * m[4] + row[3] * m[3],
+            -row[0] * m[5] + row[2] * m[2] - row[3] * m[1],
+            row[0] * m[4] - row[1] * m[2] + row[3] * m[0],
+            -row[0] * m[3] + row[1] * m[1] - row[2] * m[0]};
 }
 
 } // namespace
@@ -114,12 +84,24 @@ int CMathTransform::zfmx03(const double* origin, const double* zAxis, const doub
 }
 
 int CMathMatrix::zqmx13(const double (*m)[4], double (*inverse)[4]) {
-    Augmented rows = besideIdentity(m);
-    if (!eliminate(rows, {largestOf(m[0]), largestOf(m[1]), largestOf(m[2]), largestOf(m[3])})) {
+    const Minors upper = minorsOf(m[0], m[1]);
+    const Minors lower = minorsOf(m[2], m[3]);
+    const double det = determinant(upper, lower);
+    // In proportion to the rows, so that a small scale or a large translation makes no matrix
+    // singular.
+    constexpr double kSingular = 1e-14;
+    const double scale = largestOf(m[0]) * largestOf(m[1]) * largestOf(m[2]) * largestOf(m[3]);
+    if (!(std::abs(det) > kSingular * scale)) {
         return 1;
     }
+    // Column j of the inverse is row j's cofactors over the determinant, with alternating signs.
+    const std::array<std::array<double, 4>, 4> columns{
+        cofactors(m[1], lower), cofactors(m[0], lower), cofactors(m[3], upper),
+        cofactors(m[2], upper)};
     for (std::size_t i = 0; i < 4; ++i) {
-        std::copy_n(rows[i].begin() + 4, 4, inverse[i]);
+        for (std::size_t j = 0; j < 4; ++j) {
+            inverse[i][j] = (j % 2 == 0 ? columns[j][i] : -columns[j][i]) / det;
+        }
     }
     return 0;
 }
