@@ -1,19 +1,23 @@
 # How every target of the project is compiled. Consumers of the library get none of this.
 add_library(dorvale_options INTERFACE)
 target_compile_features(dorvale_options INTERFACE cxx_std_20)
-target_compile_options(
-    dorvale_options
-    INTERFACE
-        -Wall
-        -Wextra
-        -Wpedantic
-        -Wconversion
-        -Wshadow
-        # A product and a sum are two roundings on every machine, so that results agree.
-        -ffp-contract=off
-)
+if(MSVC)
+    target_compile_options(dorvale_options INTERFACE /W4 /utf-8 /fp:precise)
+else()
+    target_compile_options(
+        dorvale_options
+        INTERFACE
+            -Wall
+            -Wextra
+            -Wpedantic
+            -Wconversion
+            -Wshadow
+            # A product and a sum are two roundings on every machine, so that results agree.
+            -ffp-contract=off
+    )
+endif()
 if(DORVALE_STRICT)
-    target_compile_options(dorvale_options INTERFACE -Werror)
+    target_compile_options(dorvale_options INTERFACE $<IF:$<BOOL:${MSVC}>,/WX,-Werror>)
 endif()
 if(DORVALE_SANITIZE)
     target_compile_options(

@@ -8,7 +8,8 @@ library=$1
 # What the compiler's runtime puts into every library.
 runtime='^(__dso_handle|__TMC_END__|completed\.0|DW\.ref\.__gxx_personality_v0)$'
 
-symbols=$(objdump -t "$library" | awk '$(NF-2) ~ /^\.(data|bss|tdata|tbss)$/ { print $NF }')
+symbols=$(objdump -t "$library" |
+    awk 'NF > 4 && $(NF - 2) ~ /^\.(data|bss|tdata|tbss)$/ { print $NF }')
 grep -qx __dso_handle <<<"$symbols" || {
     echo "$library has no symbols to look at" >&2
     exit 1
