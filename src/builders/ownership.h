@@ -17,7 +17,8 @@ template <typename T> void append(std::vector<T*>& list, std::unique_ptr<T> obje
 /// may grow after that and be handed over again.
 template <typename T> class PendingList {
 public:
-    explicit PendingList(std::size_t expected) { objects_.reserve(expected); }
+    /// @param expected how many objects the list has room for from its first one on
+    explicit PendingList(std::size_t expected = 2) : expected_(expected) {}
     PendingList(const PendingList&) = delete;
     PendingList& operator=(const PendingList&) = delete;
     ~PendingList() {
@@ -26,7 +27,10 @@ public:
         }
     }
 
-    void add(std::unique_ptr<T> object) { append(objects_, std::move(object)); }
+    void add(std::unique_ptr<T> object) {
+        objects_.reserve(expected_);
+        append(objects_, std::move(object));
+    }
     const std::vector<T*>& objects() const { return objects_; }
     bool empty() const { return objects_.empty(); }
 
@@ -37,6 +41,7 @@ public:
     }
 
 private:
+    std::size_t expected_;
     std::vector<T*> objects_;
     std::size_t handedOver_ = 0;
 };

@@ -11,10 +11,10 @@ namespace {
 
 constexpr float kCharSpacing = 0.0F;
 
-std::unique_ptr<Ank_Text> makeText(const std::wstring& line, const ANK_PNT32& location,
+std::unique_ptr<Ank_Text> makeText(std::wstring line, const ANK_PNT32& location,
                                    const TextAxes& axes, CharSize size) {
     auto text = std::make_unique<Ank_Text>();
-    text->SetText(line);
+    text->SetText(std::move(line));
     wchar_t noFont[] = L"";
     text->SetFont(noFont);
     text->SetCharWidthHeight(static_cast<float>(size.width), static_cast<float>(size.height));
@@ -89,6 +89,16 @@ std::unique_ptr<Ank_ComText> makeStackedText(std::span<const std::wstring> lines
             location.y = static_cast<float>(location.y + size.height);
         }
     }
+    return makeBlock(texts, frame);
+}
+
+std::unique_ptr<Ank_ComText> makeTextLine(std::wstring line, const ANK_PNT32& location,
+                                          const TextAxes& axes, double height) {
+    const CharSize size = charSizeOf(textHeightOr(height));
+    const TextFrame frame =
+        textFrame({&line, 1}, size, widen(location), widen(axes.x), widen(axes.y));
+    PendingList<Ank_Text> texts(1);
+    texts.add(makeText(std::move(line), location, axes, size));
     return makeBlock(texts, frame);
 }
 

@@ -49,6 +49,10 @@ std::unique_ptr<Ank_ComText> makeStackedText(std::span<const std::wstring> lines
                                              ANK_PNT32& location, const TextAxes& axes,
                                              double height);
 
+/// A block of one line.
+std::unique_ptr<Ank_ComText> makeTextLine(std::wstring line, const ANK_PNT32& location,
+                                          const TextAxes& axes, double height);
+
 /// The same with a location for each line, empty ones included.
 std::unique_ptr<Ank_ComText> makePlacedText(std::span<const std::wstring> lines,
                                             std::span<const ANK_PNT32> locations,

@@ -34,11 +34,11 @@ void makeCoplanar(Side& side1, Side& side2, Ank_Line* line2) {
     const Vec3 normal = normalOfLines(side1.edge, side2.edge, kTolerances.angle);
     const Vec3 origin = side1.edge.start;
     if (line2 != nullptr) {
-        line2->SetStartPoint(toPoint32(droppedOnto(side2.edge.start, origin, normal)));
-        line2->SetEndPoint(toPoint32(droppedOnto(side2.edge.end, origin, normal)));
+        line2->SetStartPoint(toPoint32(ProjPntToPlane(side2.edge.start, origin, normal)));
+        line2->SetEndPoint(toPoint32(ProjPntToPlane(side2.edge.end, origin, normal)));
     }
-    side1.pick = droppedOnto(side1.pick, origin, normal);
-    side2 = {segmentOf(line2), droppedOnto(side2.pick, origin, normal)};
+    side1.pick = ProjPntToPlane(side1.pick, origin, normal);
+    side2 = {segmentOf(line2), ProjPntToPlane(side2.pick, origin, normal)};
 }
 
 Vec3 crossingOf(const Side& side1, const Side& side2) {

@@ -118,10 +118,10 @@ void drawArc(const CurveLength& input, Vec3 textPoint, Ank_PMI& pmi) {
     assembly.setArcTerminators();
     assembly.setLeaders();
     if (sweep) {
-        const std::wstring line = arcLengthLine(std::abs(*sweep) * measured.radius);
+        std::wstring line = arcLengthLine(std::abs(*sweep) * measured.radius);
         const double width = estimatedWidth(line, input.textHeight);
         const TextDirections text = tangentText(arc, textPoint, width, input.plane, input.view);
-        assembly.addText(line, textPoint, text.axes(), input.textHeight);
+        assembly.addText(std::move(line), textPoint, text.axes(), input.textHeight);
     }
     assembly.addExtensionLine(arc.start, start);
     assembly.addExtensionLine(arc.end, end);

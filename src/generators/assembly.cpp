@@ -57,15 +57,11 @@ void Assembly::setExtensionLinesIfAny() {
     }
 }
 
-void Assembly::addText(const std::optional<std::wstring>& line, Vec3 location, const TextAxes& axes,
+void Assembly::addText(std::optional<std::wstring> line, Vec3 location, const TextAxes& axes,
                        double height) {
-    if (!line) {
-        return;
-    }
-    ANK_PNT32 at = toPoint32(location);
-    std::unique_ptr<Ank_ComText> block = makeStackedText({&*line, 1}, at, axes, height);
-    if (block) {
-        handOver(pmi_, &Ank_PMI::AddComText, std::move(block));
+    if (line) {
+        handOver(pmi_, &Ank_PMI::AddComText,
+                 makeTextLine(std::move(*line), toPoint32(location), axes, height));
     }
 }
 

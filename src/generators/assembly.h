@@ -54,15 +54,16 @@ public:
     void addExtensionLine(Vec3 from, Vec3 to);
     void setExtensionLinesIfAny();
 
-    void addText(const std::optional<std::wstring>& line, Vec3 location, const TextAxes& axes,
+    /// A block of one line at the location; none for a value that cannot be shown.
+    void addText(std::optional<std::wstring> line, Vec3 location, const TextAxes& axes,
                  double height);
 
 private:
     const Points& pair(Vec3 first, Vec3 second);
 
     Ank_PMI& pmi_;
-    PendingList<Ank_Leader> leaders_{2};
-    PendingList<Ank_Extensionline> extensionLines_{2};
+    PendingList<Ank_Leader> leaders_;
+    PendingList<Ank_Extensionline> extensionLines_;
     Points points_ = Points(2);
 };
 

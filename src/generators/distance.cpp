@@ -19,7 +19,7 @@ struct Side {
 void createDistance(double measured, const Side& side1, const Side& side2, Vec3 textPoint,
                     double textHeight, Ank_PMI& pmi) {
     pmi.SetDefPlane(AnnotationPlane().matrix32());
-    const std::optional<std::wstring> line = lengthLine(measured);
+    std::optional<std::wstring> line = lengthLine(measured);
     Assembly assembly(pmi);
     assembly.addLeader(side1.anchor, textPoint);
     assembly.addLeader(side2.anchor, textPoint);
@@ -27,7 +27,7 @@ void createDistance(double measured, const Side& side1, const Side& side2, Vec3 
     assembly.addExtensionLine(side2.base, side2.anchor);
     assembly.setLeadersIfAny();
     assembly.setExtensionLinesIfAny();
-    assembly.addText(line, textPoint, kSwappedAxes, textHeight);
+    assembly.addText(std::move(line), textPoint, kSwappedAxes, textHeight);
     pmi.SetDisplay(true);
     pmi.SetParallelScreen(true);
     pmi.SetDim(3);

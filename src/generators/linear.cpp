@@ -88,7 +88,7 @@ void addExtensionLines(const LinearDimension& dimension, Assembly& assembly) {
 /// on the text point.
 void addCentredText(const LinearDimension& dimension, double textHeight, const View& view,
                     Assembly& assembly) {
-    const std::optional<std::wstring> line = lengthLine(dimension.value);
+    std::optional<std::wstring> line = lengthLine(dimension.value);
     if (!line) {
         return;
     }
@@ -99,7 +99,7 @@ void addCentredText(const LinearDimension& dimension, double textHeight, const V
         readsBackwards(along.x, dimension.plane, view) ? along.reversed() : along;
     const CharSize size = charSizeOf(textHeightOr(textHeight));
     const double width = EstimateTextWidth(*line, size, 0.0);
-    assembly.addText(line, moved(dimension.textPoint, text.x, -0.5 * width), text.axes(),
+    assembly.addText(std::move(line), moved(dimension.textPoint, text.x, -0.5 * width), text.axes(),
                      textHeight);
 }
 

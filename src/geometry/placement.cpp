@@ -27,25 +27,15 @@ Vec3 viewingDirection(const double* viewMatrix) {
 
 } // namespace
 
-Vec3 movedAlongView(const _ank_locate& locate, Vec3 origin, Vec3 xAxis, Vec3 yAxis,
+Vec3 movedAlongView(const _ank_locate& locate, Vec3 origin, Vec3 unitNormal,
                     Tolerances tolerances) {
     const Vec3 point = fromArray(locate.point);
-    return meetPlane(point, viewingDirection(locate.viewMatrix), origin, unitNormal(xAxis, yAxis),
-                     tolerances)
+    return meetPlane(point, viewingDirection(locate.viewMatrix), origin, unitNormal, tolerances)
         .value_or(point);
 }
 
-int ProjPntToPlane(Vec3 point, Vec3 origin, Vec3 xAxis, Vec3 yAxis, Vec3& out) {
-    const std::optional<Vec3> normal = tryUnitNormal(xAxis, yAxis);
-    if (!normal) {
-        return -1;
-    }
-    out = droppedOnto(point, origin, *normal);
-    return 0;
-}
-
-Vec3 droppedOnto(Vec3 point, Vec3 pointOfPlane, Vec3 unitNormal) {
-    return moved(point, unitNormal, dot(pointOfPlane - point, unitNormal));
+Vec3 ProjPntToPlane(Vec3 point, Vec3 origin, Vec3 unitNormal) {
+    return moved(point, unitNormal, dot(origin - point, unitNormal));
 }
 
 } // namespace dorvale
@@ -53,7 +43,8 @@ Vec3 droppedOnto(Vec3 point, Vec3 pointOfPlane, Vec3 unitNormal) {
 int CnvViewLocate(_ank_locate* locate, double* const origin, double* const xAxis,
                   double* const yAxis, double* const tolerances, _ank_locate* located) {
     using namespace dorvale;
-    writeTo(located->point, movedAlongView(*locate, fromArray(origin), fromArray(xAxis),
-                                           fromArray(yAxis), {tolerances[0], tolerances[1]}));
+    writeTo(located->point, movedAlongView(*locate, fromArray(origin),
+                                           unitNormal(fromArray(xAxis), fromArray(yAxis)),
+                                           {tolerances[0], tolerances[1]}));
     return 0;
 }

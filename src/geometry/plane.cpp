@@ -11,19 +11,21 @@ View View::fromMatrix(const double* matrix) {
     return {{matrix[0], matrix[4], matrix[8]}, {matrix[2], matrix[6], matrix[10]}};
 }
 
-AnnotationPlane::AnnotationPlane(Vec3 origin, Vec3 xAxis, Vec3 yAxis, Vec3 normal)
-    : origin_(origin), x_(xAxis), y_(yAxis), normal_(normal) {
+AnnotationPlane::AnnotationPlane(Vec3 origin, Vec3 xAxis, Vec3 yAxis, Vec3 normal,
+                                 Vec3 placementNormal)
+    : origin_(origin), x_(xAxis), y_(yAxis), normal_(normal), placementNormal_(placementNormal) {
     CMathTransform::zfmx03(toArray(origin).data(), toArray(normal).data(), toArray(xAxis).data(),
                            toPlane_.m, toModel_.m);
 }
 
 AnnotationPlane::AnnotationPlane(Vec3 origin, Vec3 xAxis, Vec3 yAxis)
-    : AnnotationPlane(origin, xAxis, yAxis, cross(xAxis, yAxis)) {}
+    : AnnotationPlane(origin, xAxis, yAxis, cross(xAxis, yAxis), unitNormal(xAxis, yAxis)) {}
 
 AnnotationPlane AnnotationPlane::ofSection(Vec3 normal, Vec3 origin, Vec3 xPoint) {
-    const Vec3 unitNormalOfSection = unit(normal);
+    const Vec3 unitOfNormal = unit(normal);
     const Vec3 xAxis = unit(xPoint - origin);
-    return {origin, xAxis, cross(xAxis, unitNormalOfSection), unitNormalOfSection};
+    const Vec3 inPlane = cross(xAxis, unitOfNormal);
+    return {origin, xAxis, inPlane, unitOfNormal, unitNormal(xAxis, inPlane)};
 }
 
 ANK_MTX32 AnnotationPlane::matrix32() const {
@@ -45,18 +47,17 @@ Vec3 AnnotationPlane::toModel(Vec3 pointInPlane) const {
 }
 
 Vec3 AnnotationPlane::directionInModel(Vec3 directionInPlane) const {
-    return unit(toModel(directionInPlane) - toModel(Vec3{}));
+    return toModel(directionInPlane) - toModel(Vec3{});
 }
 
 Vec3 AnnotationPlane::placeAlongView(_ank_locate& locate) const {
-    writeTo(locate.point, movedAlongView(locate, origin_, x_, y_, kTolerances));
+    writeTo(locate.point, movedAlongView(locate, origin_, placementNormal_, kTolerances));
     return recordInPlane(locate);
 }
 
 Vec3 AnnotationPlane::place(_ank_locate& locate) const {
-    Vec3 located = movedAlongView(locate, origin_, x_, y_, kTolerances);
-    ProjPntToPlane(located, origin_, x_, y_, located);
-    writeTo(locate.point, located);
+    const Vec3 located = movedAlongView(locate, origin_, placementNormal_, kTolerances);
+    writeTo(locate.point, ProjPntToPlane(located, origin_, placementNormal_));
     return recordInPlane(locate);
 }
 

@@ -22,8 +22,7 @@ public:
     AnnotationPlane() : AnnotationPlane(Vec3{}, {1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}) {}
     /// The plane through an origin along two unit axes; its normal is X x Y.
     AnnotationPlane(Vec3 origin, Vec3 xAxis, Vec3 yAxis);
-    /// A section plane through an origin. The X axis runs towards a point of the plane; the axis
-    /// that finds the plane for a placement is X x normal, against the plane's own Y axis.
+    /// A section plane through an origin. The X axis runs towards a point of the plane.
     static AnnotationPlane ofSection(Vec3 normal, Vec3 origin, Vec3 xPoint);
 
     Vec3 xAxis() const { return x_; }
@@ -35,7 +34,7 @@ public:
 
     Vec3 toPlane(Vec3 pointInModel) const;
     Vec3 toModel(Vec3 pointInPlane) const;
-    /// A direction of the plane as a unit direction of the model.
+    /// A direction of the plane in the model.
     Vec3 directionInModel(Vec3 directionInPlane) const;
 
     /// Moves a placement along its viewing ray into the plane and returns it in plane coordinates,
@@ -45,13 +44,15 @@ public:
     Vec3 place(_ank_locate& locate) const;
 
 private:
-    AnnotationPlane(Vec3 origin, Vec3 xAxis, Vec3 yAxis, Vec3 normal);
+    AnnotationPlane(Vec3 origin, Vec3 xAxis, Vec3 yAxis, Vec3 normal, Vec3 placementNormal);
     Vec3 recordInPlane(_ank_locate& locate) const;
 
     Vec3 origin_;
     Vec3 x_;
     Vec3 y_;
     Vec3 normal_;
+    /// Of the plane that placements are brought into: square to both axes.
+    Vec3 placementNormal_;
     Matrix toPlane_;
     Matrix toModel_;
 };

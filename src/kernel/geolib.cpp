@@ -1,7 +1,6 @@
 #include "kernel/geolib.h"
 
 #include <cmath>
-#include <numbers>
 #include <optional>
 
 #include "kernel/triple.h"
@@ -27,8 +26,7 @@ struct Edge {
     /// Zero for an edge without a length.
     Triple direction() const {
         const Triple v = difference(end, start);
-        const double length = lengthOf(v);
-        return hasDirection(length) ? scaled(v, 1.0 / length) : Triple{};
+        return hasDirection(v) ? scaled(v, 1.0 / lengthOf(v)) : Triple{};
     }
 
     const Triple& endNearer(const Triple& p) const {
@@ -74,11 +72,10 @@ int CMathGeolib::zhpl01(int nPoint, const double* p, int nLine, const double* a,
     const Triple point = load(nPoint, p);
     const Triple from = load(nLine, a);
     const Triple line = difference(load(nLine, b), from);
-    const double length = lengthOf(line);
-    if (!hasDirection(length)) {
+    if (!hasDirection(line)) {
         return 1;
     }
-    const Triple direction = scaled(line, 1.0 / length);
+    const Triple direction = scaled(line, 1.0 / lengthOf(line));
     const double reach = dotOf(difference(point, from), direction);
     const Triple nearest = along(from, direction, reach);
     store(nLine, nearest, foot);
@@ -93,15 +90,16 @@ int CMathGeolib::zxli00(const double* linePoint, const double* lineDirection,
     const Triple point = load(3, linePoint);
     const Triple direction = load(3, lineDirection);
     const Triple normal = load(3, planeNormal);
-    if (!hasDirection(lengthOf(direction)) || !hasDirection(lengthOf(normal))) {
+    if (!hasDirection(direction) || !hasDirection(normal)) {
         return -1;
     }
-    const double toPlane = std::abs(std::numbers::pi / 2.0 - angleBetween(direction, normal));
-    if (!(toPlane > tolAng)) {
+    const double steepness = dotOf(direction, normal);
+    const Triple across = crossOf(direction, normal);
+    if (!angleExceeds(steepness * steepness, dotOf(across, across), tolAng)) {
         return 1;
     }
     const double height = dotOf(difference(load(3, planePoint), point), normal);
-    const double reach = height / dotOf(direction, normal);
+    const double reach = height / steepness;
     store(3, along(point, direction, reach), out);
     *param = reach;
     return 0;
@@ -114,11 +112,10 @@ int CMathGeolib::zxln00(int /*n*/, int nA, const double* pointA, const double* d
     const Triple b = load(nB, pointB);
     const Triple dA = load(nA, directionA);
     const Triple dB = load(nB, directionB);
-    if (!hasDirection(lengthOf(dA)) || !hasDirection(lengthOf(dB))) {
+    if (!hasDirection(dA) || !hasDirection(dB)) {
         return -1;
     }
-    const double angle = angleBetween(dA, dB);
-    if (!(angle > tolAng && std::numbers::pi - angle > tolAng)) {
+    if (!divergeBeyond(dA, dB, tolAng)) {
         return 1;
     }
     // The two nearest points, where their connection is square to both lines.

@@ -98,9 +98,10 @@ int CMathMatrix::zqmx13(const double (*m)[4], double (*inverse)[4]) {
     const std::array<std::array<double, 4>, 4> columns{
         cofactors(m[1], lower), cofactors(m[0], lower), cofactors(m[3], upper),
         cofactors(m[2], upper)};
+    const double factor = 1.0 / det;
     for (std::size_t i = 0; i < 4; ++i) {
         for (std::size_t j = 0; j < 4; ++j) {
-            inverse[i][j] = (j % 2 == 0 ? columns[j][i] : -columns[j][i]) / det;
+            inverse[i][j] = columns[j][i] * (j % 2 == 0 ? factor : -factor);
         }
     }
     return 0;

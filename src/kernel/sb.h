@@ -41,9 +41,9 @@ public:
         const Triple a = axis.wide();
         const double length = lengthOf(a);
         const double half = 0.5 * static_cast<double>(radians);
-        const double factor = hasDirection(length) ? std::sin(half) / length : 0.0;
+        const double factor = hasDirection(a) ? std::sin(half) / length : 0.0;
         imaginary_ = scaled(a, factor);
-        real_ = hasDirection(length) ? std::cos(half) : 1.0;
+        real_ = hasDirection(a) ? std::cos(half) : 1.0;
     }
 
     void multVec(const SbVec3f& in, SbVec3f& out) const {
@@ -68,7 +68,7 @@ public:
         position_ = p0;
         const Triple through = difference(p1.wide(), p0.wide());
         const double length = lengthOf(through);
-        direction_ = hasDirection(length) ? SbVec3f(scaled(through, 1.0 / length)) : SbVec3f();
+        direction_ = hasDirection(through) ? SbVec3f(scaled(through, 1.0 / length)) : SbVec3f();
     }
 
     /// The foot of the perpendicular from a point.

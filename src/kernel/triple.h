@@ -48,8 +48,8 @@ inline Triple scaled(const Triple& v, double factor) {
 
 inline double lengthOf(const Triple& v) { return std::sqrt(dotOf(v, v)); }
 
-/// False also for a length that is not a number.
-inline bool hasDirection(double length) { return length > kZeroLength; }
+/// False also for a vector that is not a number.
+inline bool hasDirection(const Triple& v) { return dotOf(v, v) > kZeroLength * kZeroLength; }
 
 /// The point of a segment that is nearest to p.
 inline Triple nearestOnSegment(const Triple& p, const Triple& start, const Triple& end) {
@@ -57,6 +57,20 @@ inline Triple nearestOnSegment(const Triple& p, const Triple& start, const Tripl
     const double squared = dotOf(v, v);
     const double share = squared > 0.0 ? dotOf(difference(p, start), v) / squared : 0.0;
     return along(start, v, std::clamp(share, 0.0, 1.0));
+}
+
+/// Whether the angle between two legs, given by their squares, is larger than another angle.
+inline bool angleExceeds(double oppositeSquared, double adjacentSquared, double angle) {
+    // Up to 1 radian tan(angle) < 2 * angle, so that most cases need no arc tangent.
+    return (angle < 1.0 && oppositeSquared > 4.0 * angle * angle * adjacentSquared) ||
+           std::atan2(std::sqrt(oppositeSquared), std::sqrt(adjacentSquared)) > angle;
+}
+
+/// Whether the lines along two vectors enclose more than an angle.
+inline bool divergeBeyond(const Triple& a, const Triple& b, double angle) {
+    const Triple square = crossOf(a, b);
+    const double shared = dotOf(a, b);
+    return angleExceeds(dotOf(square, square), shared * shared, angle);
 }
 
 /// The unsigned angle between two vectors, 0 to pi. Exactly 0 for equal directions, and as accurate

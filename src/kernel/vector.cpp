@@ -10,18 +10,16 @@ namespace {
 
 /// Length and unit vector of v, both written together or not at all.
 int normalise(int n, const Triple& v, double* length, double* out) {
-    const double norm = lengthOf(v);
-    if (!hasDirection(norm)) {
+    if (!hasDirection(v)) {
         return 1;
     }
+    const double norm = lengthOf(v);
     *length = norm;
     store(n, {v[0] / norm, v[1] / norm, v[2] / norm}, out);
     return 0;
 }
 
-bool haveDirections(const Triple& a, const Triple& b) {
-    return hasDirection(lengthOf(a)) && hasDirection(lengthOf(b));
-}
+bool haveDirections(const Triple& a, const Triple& b) { return hasDirection(a) && hasDirection(b); }
 
 } // namespace
 
@@ -72,11 +70,9 @@ int CMathVector::zqvt13(const double* a, const double* b, const double* normal, 
 }
 
 int CMathVector::zkvt00(int n, const double* a, const double* b, double tol) {
-    double angle = 0.0;
-    if (zqvt05(n, a, b, &angle) != 0) {
-        return 0;
-    }
-    return angle > tol && std::numbers::pi - angle > tol ? 1 : 0;
+    const Triple from = load(n, a);
+    const Triple to = load(n, b);
+    return haveDirections(from, to) && divergeBeyond(from, to, tol) ? 1 : 0;
 }
 
 } // namespace dorvale

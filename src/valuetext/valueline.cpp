@@ -7,11 +7,11 @@ namespace dorvale {
 
 namespace {
 
-std::wstring widened(std::wstring_view prefix, const ShortText& text) {
+std::wstring joined(std::wstring_view first, std::wstring_view second) {
     std::wstring line;
-    line.reserve(prefix.size() + text.size());
-    line = prefix;
-    appendWidened(line, text);
+    line.reserve(first.size() + second.size());
+    line += first;
+    line += second;
     return line;
 }
 
@@ -21,22 +21,19 @@ std::optional<std::wstring> lengthLine(double length, std::wstring_view prefix) 
     if (length < 0.0) {
         return std::nullopt;
     }
-    return widened(prefix, lengthText(length));
+    return joined(prefix, widened(lengthText(length)).view());
 }
 
 std::wstring arcLengthLine(double length) {
-    return widened({}, *formattedText(length, kArcLengthFormat));
+    return std::wstring(widened(*formattedText(length, kArcLengthFormat)).view());
 }
 
 std::wstring angleLine(double degrees) {
-    constexpr wchar_t kDegreeSign = L'\u00B0';
-    const ShortText text = angleText(degrees);
-    std::wstring line = widened({}, text);
     // The narrow text's mark is two bytes, and one or two characters; the degree sign takes its
     // place either way.
-    line.resize(text.size() - kAngleMark.size());
-    line += kDegreeSign;
-    return line;
+    const ShortText text = angleText(degrees);
+    const WideText wide = widened(text);
+    return joined(wide.view().substr(0, text.size() - kAngleMark.size()), L"\u00B0");
 }
 
 } // namespace dorvale

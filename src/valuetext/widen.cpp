@@ -10,28 +10,30 @@ namespace dorvale {
 
 #if defined(_WIN32)
 
-void appendWidened(std::wstring& line, const ShortText& text) {
+WideText widened(const ShortText& text) {
     // Room for every character and the terminator: a code page never makes more characters than
     // there are bytes.
-    std::array<wchar_t, ShortText::kCapacity> wide{};
-    const int count = MultiByteToWideChar(CP_ACP, 0, text.c_str(), -1, wide.data(),
-                                          static_cast<int>(wide.size()));
-    line.append(wide.data(), count > 0 ? static_cast<std::size_t>(count - 1) : 0);
+    WideText wide{};
+    const int count = MultiByteToWideChar(CP_ACP, 0, text.c_str(), -1, wide.characters.data(),
+                                          static_cast<int>(wide.characters.size()));
+    wide.size = count > 0 ? static_cast<std::size_t>(count - 1) : 0;
+    return wide;
 }
 
 #else
 
-void appendWidened(std::wstring& line, const ShortText& text) {
+WideText widened(const ShortText& text) {
     // The alphabet of value text: ASCII, and the angle mark as the code page 936 reads it.
     constexpr wchar_t kWideAngleMark = L'\u309C';
     const std::string_view narrow = text.view();
     const bool marked = narrow.ends_with(kAngleMark);
-    const std::string_view ascii = narrow.substr(0, narrow.size() - (marked ? 2 : 0));
-    line.reserve(line.size() + narrow.size());
-    line.append(ascii.begin(), ascii.end());
+    WideText wide{};
+    wide.size = narrow.size() - (marked ? kAngleMark.size() : 0);
+    std::copy_n(narrow.begin(), wide.size, wide.characters.begin());
     if (marked) {
-        line += kWideAngleMark;
+        wide.characters[wide.size++] = kWideAngleMark;
     }
+    return wide;
 }
 
 #endif
