@@ -160,12 +160,14 @@ void drawTextBlock(Svg& svg, const Ank_ComText& block, const Projection& toPaper
     }
     if (lines.empty())
         return;
+    svg.open("block");
     if (block.GetEnvelope() != nullptr)
         drawFrame(svg, *block.GetEnvelope(), lines);
     for (const TextLine& line : lines) {
         svg.text(line.placed);
         svg.cover(extentOf(line));
     }
+    svg.close();
 }
 
 } // namespace host

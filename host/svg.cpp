@@ -19,8 +19,8 @@ constexpr double kMargin = 0.04;
 
 // Widths of lines on the sheet, in millimetres.
 constexpr double kModelLine = 0.25;
-constexpr double kDimensionLine = 0.3;
-constexpr double kThinLine = 0.18;
+constexpr double kDimensionLine = 0.22;
+constexpr double kThinLine = 0.15;
 
 bool canStandInPicture(Vec2 p) { return std::abs(p.x) <= kLargest && std::abs(p.y) <= kLargest; }
 
@@ -48,29 +48,26 @@ DrawingScale scaleFor(Vec2 size) {
 }
 
 std::string style(double scale) {
-    const auto width = [scale](double onSheet) { return svgNumber(onSheet / scale); };
     const std::string ink = "#0b3d78";
-    const std::string line = "fill:none;stroke-linejoin:round;stroke-linecap:round;stroke";
-    return ".paper{fill:#fff}"
-           ".edge{" +
-           line + ":#9aa1a9;stroke-width:" + width(kModelLine) +
-           "}"
-           ".curve{" +
-           line + ":" + ink + ";stroke-width:" + width(kDimensionLine) +
-           "}"
-           ".arrow{stroke:none;fill:" +
-           ink +
-           "}"
-           ".extension{" +
-           line + ":#4b7bb3;stroke-width:" + width(kThinLine) +
-           "}"
-           ".special{" +
-           line + ":#b3562f;stroke-width:" + width(kThinLine) +
-           "}"
-           ".frame{stroke-width:" +
-           width(kDimensionLine) +
-           "}"
-           ".text{fill:#0a1f3a;font-family:sans-serif;white-space:pre}";
+    const auto width = [scale](double onSheet) {
+        return "stroke-width:" + svgNumber(onSheet / scale) + ';';
+    };
+    const auto line = [&width](const std::string& colour, double onSheet) {
+        return "fill:none;stroke-linejoin:round;" + width(onSheet) + "stroke:" + colour;
+    };
+    std::string rules;
+    const auto add = [&rules](const std::string& className, const std::string& rule) {
+        rules += "\n    ." + className + '{' + rule + '}';
+    };
+    add("paper", "fill:#fff");
+    add("edge", line("#9aa1a9", kModelLine));
+    add("curve", line(ink, kDimensionLine));
+    add("arrow", "fill:" + ink);
+    add("extension", line("#4b7bb3", kThinLine));
+    add("special", line("#b3562f", kThinLine));
+    add("frame", width(kDimensionLine) + "stroke-linejoin:round");
+    add("text", "fill:#0a1f3a;font-family:sans-serif;white-space:pre");
+    return rules + "\n  ";
 }
 
 } // namespace
