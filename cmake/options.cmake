@@ -14,6 +14,8 @@ else()
             -Wshadow
             # A product and a sum are two roundings on every machine, so that results agree.
             -ffp-contract=off
+            # Nobody asks for errno after a square root.
+            -fno-math-errno
     )
 endif()
 if(DORVALE_STRICT)

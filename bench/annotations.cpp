@@ -1,0 +1,143 @@
+// Each generator beside its floor: allocating and freeing as many blocks of the same sizes as its
+// finished annotation keeps. The annotation object itself stands outside both.
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+
+#include "blocks.h"
+#include "generators.h"
+
+namespace {
+
+using namespace dorvale::bench;
+
+BlockCount blocksOf(const Generator& generator) {
+    // Once uncounted, for what a thread keeps for good after its first call.
+    Ank_PMI warmUp;
+    generator.build(warmUp);
+    Ank_PMI pmi;
+    return countBlocks([&] { generator.build(pmi); });
+}
+
+/// Blocks of given sizes, which live as long as this object.
+class Blocks {
+public:
+    void allocate(const std::vector<std::size_t>& sizes) {
+        for (const std::size_t size : sizes) {
+            blocks_[count_++] = ::operator new(size);
+        }
+    }
+
+    Blocks() = default;
+    Blocks(const Blocks&) = delete;
+    Blocks& operator=(const Blocks&) = delete;
+    ~Blocks() {
+        for (std::size_t i = 0; i < count_; ++i) {
+            ::operator delete(blocks_[i]);
+        }
+    }
+
+private:
+    void* blocks_[32];
+    std::size_t count_ = 0;
+};
+
+void build(benchmark::State& state, const Generator& generator) {
+    for (auto _ : state) {
+        Ank_PMI pmi;
+        generator.build(pmi);
+        benchmark::DoNotOptimize(pmi);
+    }
+    const BlockCount blocks = blocksOf(generator);
+    state.counters["blocks_taken"] =
+        benchmark::Counter(static_cast<double>(blocks.taken), benchmark::Counter::kAvgThreads);
+    state.counters["blocks_kept"] = benchmark::Counter(static_cast<double>(blocks.kept.size()),
+                                                       benchmark::Counter::kAvgThreads);
+}
+
+void floorOf(benchmark::State& state, const Generator& generator) {
+    const std::vector<std::size_t> sizes = blocksOf(generator).kept;
+    for (auto _ : state) {
+        Blocks blocks;
+        blocks.allocate(sizes);
+        benchmark::DoNotOptimize(blocks);
+    }
+}
+
+// Many objects stay alive from one repetition of a benchmark to the next, and go before another
+// benchmark gets its own.
+std::string owner;
+std::shared_ptr<void> population;
+
+template <typename T, typename Fill>
+T* populationOf(const std::string& name, std::size_t size, Fill fill) {
+    if (owner != name) {
+        population.reset();
+        const auto objects = std::shared_ptr<T[]>(new T[size]);
+        std::for_each_n(objects.get(), size, fill);
+        population = objects;
+        owner = name;
+    }
+    return static_cast<T*>(population.get());
+}
+
+/// Replaces one of many living objects, round and round.
+template <typename T, typename Fill>
+void replaceAmong(benchmark::State& state, const std::string& name, Fill fill) {
+    const auto size = static_cast<std::size_t>(state.range(0));
+    T* const objects = populationOf<T>(name + std::to_string(size), size, fill);
+    std::size_t i = 0;
+    for (auto _ : state) {
+        std::destroy_at(&objects[i]);
+        fill(*std::construct_at(&objects[i]));
+        i = i + 1 < size ? i + 1 : 0;
+    }
+}
+
+void buildAmong(benchmark::State& state, const Generator& generator) {
+    replaceAmong<Ank_PMI>(state, generator.name + std::string("/"), generator.build);
+}
+
+void floorAmong(benchmark::State& state, const Generator& generator) {
+    const std::vector<std::size_t> sizes = blocksOf(generator).kept;
+    replaceAmong<Blocks>(state, generator.name + std::string("/floor/"),
+                         [&](Blocks& blocks) { blocks.allocate(sizes); });
+}
+
+void buildArc(benchmark::State& state) {
+    const auto radius = static_cast<float>(state.range(0));
+    for (auto _ : state) {
+        Ank_PMI pmi;
+        buildArcOfRadius(pmi, radius);
+        benchmark::DoNotOptimize(pmi);
+    }
+}
+
+const bool registered = [] {
+    for (const Generator& generator : generators()) {
+        const std::string name = generator.name;
+        for (const int threads : {1, 2}) {
+            benchmark::RegisterBenchmark(name.c_str(), build, generator)->Threads(threads);
+            benchmark::RegisterBenchmark((name + "/floor").c_str(), floorOf, generator)
+                ->Threads(threads);
+        }
+        for (const int alive : {1000, 1000000}) {
+            benchmark::RegisterBenchmark(name.c_str(), buildAmong, generator)
+                ->ArgName("alive")
+                ->Arg(alive);
+            benchmark::RegisterBenchmark((name + "/floor").c_str(), floorAmong, generator)
+                ->ArgName("alive")
+                ->Arg(alive);
+        }
+    }
+    benchmark::RegisterBenchmark("PMICreateArcDim3D", buildArc)
+        ->ArgName("radius")
+        ->Arg(10)
+        ->Arg(1000)
+        ->Arg(100000);
+    return true;
+}();
+
+} // namespace

@@ -1,0 +1,175 @@
+#include "generators.h"
+
+#include <algorithm>
+
+namespace dorvale::bench {
+
+namespace {
+
+constexpr double kHeight = 3.5;
+
+/// Stays the caller's; each call gets its own copy of what it may write to.
+struct Part {
+    double points[6][3] = {{0, 0, 0}, {0, 10, 0}, {0, 20, 0}, {50, 0, 0}, {50, 10, 0}, {50, 20, 0}};
+    double text[3] = {25, 25, 0};
+    double view[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+    double sectionNormal[3] = {0, 0, 1};
+    double sectionOrigin[3] = {0, 0, 0};
+    double sectionX[3] = {30, 0, 0};
+    int kindCode = 900001;
+    int angleMode = 1;
+    int status = 0;
+    Ank_Line edge;
+    Ank_Line slope;
+    Ank_Line parallel;
+    Ank_Ellipse circle;
+
+    Part() {
+        edge.SetEndPoint({40, 0, 0});
+        slope.SetEndPoint({20, 34.6410162F, 0});
+        parallel.SetStartPoint({0, 20, 0});
+        parallel.SetEndPoint({40, 20, 0});
+        setRadius(10);
+    }
+
+    void setRadius(float radius) {
+        circle.SetRadius(radius, radius);
+        circle.SetCoordiantePnt({radius, 0, 0}, {0, radius, 0});
+    }
+
+    _ank_locate placedAt(double x, double y) const {
+        _ank_locate locate{{x, y, 0}, {}};
+        std::copy_n(view, 16, locate.viewMatrix);
+        return locate;
+    }
+};
+
+Part& part() {
+    thread_local Part part;
+    return part;
+}
+
+using Distance = void (*)(double (*)[3], double*, double, Ank_PMI*, int*, double*);
+
+template <Distance create> void distance(Ank_PMI& pmi) {
+    create(part().points, part().text, kHeight, &pmi, &part().status, nullptr);
+}
+
+using Circle = void (*)(int*, Ank_CurveEntity*, _ank_locate*, int*, double, Ank_PMI*, int*,
+                        double*);
+
+template <Circle create> void circle(Ank_PMI& pmi) {
+    _ank_locate locate = part().placedAt(20, 15);
+    create(&part().kindCode, &part().circle, &locate, nullptr, kHeight, &pmi, &part().status,
+           part().view);
+}
+
+void update(Ank_PMI& pmi) {
+    PMIUpdateDimesion(&pmi, part().points[0], part().points[3], nullptr, &part().status);
+}
+
+void parallel(Ank_PMI& pmi) {
+    _ank_locate locate = part().placedAt(20, 15);
+    PMICreateParallelDim3D(&part().kindCode, nullptr, &part().edge, &part().edge, nullptr, &locate,
+                           kHeight, &pmi, &part().status, part().view);
+}
+
+void arc(Ank_PMI& pmi) { buildArcOfRadius(pmi, 10); }
+
+void clipArc(Ank_PMI& pmi) {
+    Part& p = part();
+    _ank_locate locate = p.placedAt(20, 15);
+    PMICreateClipArcDim3D(nullptr, p.sectionNormal, p.sectionOrigin, p.sectionX, &p.circle, &locate,
+                          kHeight, &pmi, &p.status, p.view, &p.edge, &p.slope);
+}
+
+void angle(Ank_PMI& pmi) {
+    Part& p = part();
+    _ank_locate locate = p.placedAt(50, 15);
+    int count = 0;
+    double lines[4][3];
+    PMICreateAngleDim(&p.angleMode, &p.edge, &p.slope, &locate, kHeight, &pmi, &p.status, count,
+                      lines, p.view);
+}
+
+void angle3d(Ank_PMI& pmi) {
+    Part& p = part();
+    _ank_locate locate = p.placedAt(50, 15);
+    _ank_element first{&p.edge, {20, 0, 0}};
+    _ank_element second{&p.slope, {10, 17.3, 0}};
+    int flags[2];
+    PMICreateAngleDim3D(&p.angleMode, &flags[0], &flags[1], &first, &second, &locate, nullptr,
+                        nullptr, kHeight, &pmi, &p.status, p.view);
+}
+
+void note(Ank_PMI& pmi) {
+    thread_local std::vector<PMITextLine> lines{{1, L"BREAK ALL SHARP EDGES"}, {0, L"0.2 x 45"}};
+    PMICreateNote3D(lines, part().points[1], part().text, 0, true, L"UNLESS STATED OTHERWISE",
+                    kHeight, &pmi, &part().status);
+}
+
+void linDist(Ank_PMI& pmi) {
+    Part& p = part();
+    _ank_locate locate = p.placedAt(50, 10);
+    PMICreateLinDistDim3D(&p.edge, &p.parallel, &locate, kHeight, &pmi, &p.status, p.view, nullptr);
+}
+
+void linDot(Ank_PMI& pmi) {
+    Part& p = part();
+    _ank_locate locate = p.placedAt(50, 10);
+    PMICreateLinDotDim3D(&p.edge, &p.parallel, &locate, kHeight, &pmi, &p.status, p.view);
+}
+
+void dotDist(Ank_PMI& pmi) {
+    Part& p = part();
+    PMICreateDotDistDim3D(&p.edge, &p.parallel, kHeight, &pmi, &p.status, p.view);
+}
+
+void clip(Ank_PMI& pmi) {
+    Part& p = part();
+    _ank_locate locate = p.placedAt(10, 10);
+    PMICreateClipDim3D(p.sectionNormal, p.sectionOrigin, p.sectionX, &locate, kHeight, &pmi,
+                       &p.status, p.view);
+}
+
+void clipLinDot(Ank_PMI& pmi) {
+    Part& p = part();
+    _ank_locate locate = p.placedAt(50, 10);
+    PMICreateClipLinDotDim3D(p.sectionNormal, p.sectionOrigin, p.sectionX, &p.edge, &p.parallel,
+                             &locate, kHeight, &pmi, &p.status, p.view);
+}
+
+constexpr Generator kGenerators[] = {
+    {"PMICreateAxToAx", distance<PMICreateAxToAx>},
+    {"PMICreateCntToCnt", distance<PMICreateCntToCnt>},
+    {"PMICreatePLNTOPLN", distance<PMICreatePLNTOPLN>},
+    {"PMICreatePntToFace", distance<PMICreatePntToFace>},
+    {"PMIUpdateDimesion", update},
+    {"PMICreateParallelDim3D", parallel},
+    {"PMICreateRadiusDim3D", circle<PMICreateRadiusDim3D>},
+    {"PMICreateDiameterDim3D", circle<PMICreateDiameterDim3D>},
+    {"PMICreateNote3D", note},
+    {"PMICreateLinDistDim3D", linDist},
+    {"PMICreateLinDotDim3D", linDot},
+    {"PMICreateDotDistDim3D", dotDist},
+    {"PMICreateClipDim3D", clip},
+    {"PMICreateClipLinDotDim3D", clipLinDot},
+    {"PMICreateArcDim3D", arc},
+    {"PMICreateClipArcDim3D", clipArc},
+    {"PMICreateAngleDim", angle},
+    {"PMICreateAngleDim3D", angle3d},
+};
+
+} // namespace
+
+std::span<const Generator> generators() { return kGenerators; }
+
+void buildArcOfRadius(Ank_PMI& pmi, float radius) {
+    Part& p = part();
+    p.setRadius(radius);
+    _ank_locate locate = p.placedAt(1.2 * radius, 0.9 * radius);
+    PMICreateArcDim3D(nullptr, &p.circle, &locate, kHeight, &pmi, &p.status, p.view, &p.edge,
+                      &p.slope);
+}
+
+} // namespace dorvale::bench
