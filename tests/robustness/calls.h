@@ -1,0 +1,125 @@
+// Every entry point and builder in one table, each called with arguments from one plain record.
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include <dorvale/dorvale.h>
+
+namespace dorvale::test {
+
+/// Every number that a call is given: a small part, its placement and the view.
+struct Numbers {
+    double points[6][3] = {{0, 0, 0}, {0, 10, 0}, {0, 20, 0}, {90, 0, 0}, {90, 10, 0}, {90, 20, 0}};
+    double lineEnds[2][2][3] = {{{10, 0, 0}, {100, 0, 0}}, {{8, 10, 0}, {60, 75, 0}}};
+    double center[3] = {50, 50, 0};
+    double normal[3] = {0, 0, 1};
+    double radii[2] = {30, 30};
+    double arcEnds[2][3] = {{80, 50, 0}, {50, 80, 0}};
+    double sectionNormal[3] = {0, 0, 2};
+    double origin[3] = {1, 2, 0};
+    double xPoint[3] = {40, 2, 0};
+    double picks[2][3] = {{80, 0, 0}, {40, 50, 0}};
+    double place[3] = {70, 30, 12};
+    double placeView[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 5, 6, 7, 1};
+    double viewMatrix[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 5, 6, 7, 1};
+    double text[3] = {50, 30, 0};
+    double axes[2][3] = {{1, 0, 0}, {0, 1, 0}};
+    double charSize[2] = {2.5, 3.5};
+    double tolerances[2] = {0.01, 0.00026};
+    double height = 3.5;
+    double value = 1234.567;
+    double angle = 0.625;
+};
+inline constexpr std::size_t kNumbers = sizeof(Numbers) / sizeof(double);
+
+struct Integers {
+    int format[6] = {2, 1, 3, 2, -3, 8};
+    int planeKind = 6;
+    int mode = 1;
+    int kindCode = 900001;
+    int curves[2] = {0, 0}; // 0 what fits the call; 1 an arc, 2 a line, 3 a polyline, others null
+    int curveType = 1;
+    int pointsFrom = 0;
+    int noView = 0;
+    int flags = 31;
+    int colours[2] = {0x00FFFF, 0x2040E0};
+};
+inline constexpr std::size_t kIntegers = sizeof(Integers) / sizeof(int);
+
+/// What a call is made of.
+struct Record : Numbers, Integers {
+    std::wstring line = L"M8 x 1.25, on 4 sides";
+
+    void setNumber(std::size_t i, double to);
+    void setInteger(std::size_t i, int to);
+};
+
+/// A plain record, one with parallel edges, and one of zeros.
+std::span<const Record> records();
+
+/// The caller's side of a call: all that is handed over and handed back.
+struct Arguments : Record {
+    explicit Arguments(const Record& record);
+    Arguments(const Arguments&) = delete;
+    Arguments& operator=(const Arguments&) = delete;
+
+    bool flag(int i) const { return (flags >> i & 1) != 0; }
+    Ank_CurveEntity* curve(int i, Ank_CurveEntity& fitting);
+    Ank_Line* line(int i) { return curve(i, lines[i]) == nullptr ? nullptr : &lines[i]; }
+    double* view() { return noView == 0 ? viewMatrix : nullptr; }
+    /// Everything that the caller can read, to the last bit. Builders' elements are put into an
+    /// annotation of their own for that.
+    std::string read();
+
+    Ank_Line lines[2];
+    Ank_Ellipse arc;
+    Ank_PolyLine polyline;
+    ANK_PNT32 places[6];
+    ANK_DIR32 directions[2];
+    float number;
+    std::vector<ANK_PNT32> shape;
+    std::vector<PMITextLine> noteLines;
+    std::vector<std::wstring> textLines;
+    std::wstring extraLine;
+    Envelope envelope;
+    unsigned long frameColours[2];
+    _ank_locate locate;
+    _ank_element elements[2];
+
+    Ank_PMI pmi;
+    int code = -7;
+    int status = -7;
+    int count = -7;
+    double result[16] = {};
+    double specialLines[4][3] = {};
+    char buffer[64] = {};
+    std::vector<ANK_PNT32> pointsOut;
+    std::vector<double> starts;
+    std::vector<double> ends;
+    std::vector<int> counts;
+    std::vector<Ank_Leader*> leaders;
+    std::vector<Ank_Extensionline*> exLines;
+    std::unique_ptr<Ank_SpecialLine> lineOut;
+    std::unique_ptr<Ank_ComText> blockOut;
+    std::unique_ptr<Ank_CurveEntity> curveOut;
+    std::unique_ptr<char[]> textOut;
+    Ank_PMI built;
+};
+
+struct Call {
+    const char* name;
+    void (*run)(Arguments&);
+    /// The code that it returns out of memory; 0 where it throws `std::bad_alloc`.
+    int noMemory = 0;
+    /// Fills the annotation that the call works on.
+    void (*prepare)(Arguments&) = [](Arguments&) {};
+};
+std::span<const Call> calls();
+
+/// What a call with arguments of its own gives.
+std::string resultOf(const Call& call, const Record& record);
+
+} // namespace dorvale::test
