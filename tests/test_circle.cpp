@@ -1,0 +1,139 @@
+// Radius and diameter.
+#include <gtest/gtest.h>
+
+#include "drawing.h"
+
+namespace dorvale::test {
+namespace {
+
+constexpr double kNear = 1e-3;
+
+struct CircleKind {
+    const char* name;
+    decltype(&PMICreateRadiusDim3D) create;
+    AnkPMITypeEnum type;
+    const wchar_t* sign;
+    double radii;
+};
+
+class CircleTest : public testing::TestWithParam<CircleKind> {
+protected:
+    /// Builds the dimension of a circle about a frame's origin; its status stays as it was.
+    Drawing create(const Rigid& frame, double radius, _ank_locate& place, ViewMatrix* view,
+                   double height = 3.5) {
+        const auto curve = circle(frame, radius);
+        int kind = 900001;
+        int status = 7;
+        Ank_PMI pmi;
+        GetParam().create(&kind, curve.get(), &place, nullptr, height, &pmi, &status,
+                          view != nullptr ? view->data() : nullptr);
+        EXPECT_EQ(status, 7);
+        ExpectFlags(pmi, GetParam().type, true);
+        return {pmi, frame};
+    }
+    /// Seen from above, with a circle of radius 10 about the model's origin.
+    Drawing createSimple(const Vec& placed, double height = 3.5) {
+        _ank_locate place = locate(placed);
+        return create({}, 10.0, place, nullptr, height);
+    }
+    bool isRadius() const { return GetParam().type == ANK_PMI_RADIUS; }
+};
+
+TEST_P(CircleTest, LeadsFromTheCircleToThePlacement) {
+    Random random(1);
+    for (int i = 0; i < 300; ++i) {
+        SCOPED_TRACE(random);
+        const Rigid frame = Rigid::random(random);
+        const Rigid viewer = randomViewer(random, frame.axes[2]);
+        const double radius = random.number(1.0, 50.0);
+        const double angle = random.number(0.0, 2.0 * kHalfTurn);
+        const Vec outwards{std::cos(angle), std::sin(angle), 0.0};
+        const Vec placed = outwards * (radius * random.number(0.05, 2.0));
+        const bool inside = length(placed) < radius;
+        _ank_locate place = placedAt(random, frame.point(placed), viewer);
+        ViewMatrix view = viewer.view();
+        const bool seen = i % 4 != 0;
+        const Drawing drawing = create(frame, radius, place, seen ? &view : nullptr);
+
+        ExpectLocated(place, drawing, frame.point(placed), viewer);
+        ASSERT_EQ(drawing.leaders.size(), isRadius() && !inside ? 1U : 2U);
+        ExpectStroke(drawing.leaders[0], outwards * radius, placed, kNear);
+        ExpectArrow(drawing.leaders[0], kNear);
+        EXPECT_EQ(drawing.leaders[0].stub, isRadius() && !inside);
+        if (!isRadius()) {
+            ExpectStroke(drawing.leaders[1], outwards * -radius, placed, kNear);
+            ExpectArrow(drawing.leaders[1], kNear);
+            EXPECT_EQ(drawing.leaders[1].stub, !inside);
+        } else if (inside) {
+            ExpectStroke(drawing.leaders[1], {}, placed, kNear);
+            EXPECT_EQ(drawing.leaders[1].head, ANK_TERM_NONE);
+        }
+        EXPECT_EQ(drawing.text.line.find(GetParam().sign), 0U);
+        EXPECT_NEAR(drawing.text.number(), GetParam().radii * radius, 0.0051);
+        ExpectVec3Near(drawing.text.at, placed, kNear);
+        // Inside along the leader that has the arrow, outside along the plane's X axis.
+        const Vec unturned = frame.direction(isRadius() ? outwards * -1.0 : outwards);
+        const Vec along = inside ? unturned : drawing.plane.axes[0];
+        const Vec textX = frame.direction(drawing.text.x);
+        EXPECT_NEAR(std::abs(dot(textX, along)), 1.0, kNear);
+        EXPECT_GE(dot(textX, seen ? viewer.axes[0] : along), -1e-6);
+    }
+}
+
+TEST_P(CircleTest, TurnsBothDirectionsOfAMirroredTextOutside) {
+    for (const double right : {1.0, -1.0}) {
+        ViewMatrix view = Rigid{{Vec{right, 0, 0}, Vec{0, right, 0}, Vec{0, 0, 1}}, {}}.view();
+        _ank_locate place = locate({0, 25, 0});
+        const Drawing drawing = create({}, 10.0, place, &view);
+        ExpectVec3Near(drawing.plane.direction(drawing.text.x), {right, 0, 0}, 1e-6);
+        ExpectVec3Near(drawing.plane.direction(drawing.text.y), {0, -right, 0}, 1e-6);
+    }
+}
+
+TEST_P(CircleTest, PlacedOnTheCircle) {
+    const Drawing drawing = createSimple({10, 0, 0});
+    EXPECT_EQ(drawing.text.line, GetParam().sign + std::wstring(isRadius() ? L"10.00" : L"20.00"));
+    ExpectVec3Near(drawing.text.y, {0, -1, 0}, 0.0);
+    // The line from the circle to the text has no length.
+    ASSERT_EQ(drawing.leaders.size(), isRadius() ? 0U : 1U);
+    if (!isRadius()) {
+        ExpectStroke(drawing.leaders[0], {-10, 0, 0}, {10, 0, 0}, 1e-5);
+        EXPECT_TRUE(drawing.leaders[0].stub);
+    }
+}
+
+TEST_P(CircleTest, PlacedAtTheCentreRunsAlongX) {
+    const Drawing drawing = createSimple({0, 0, 0});
+    ASSERT_FALSE(drawing.leaders.empty());
+    ExpectStroke(drawing.leaders[0], {10, 0, 0}, {0, 0, 0}, 1e-5);
+    ExpectVec3Near(drawing.text.x, {isRadius() ? -1.0 : 1.0, 0, 0}, 1e-6);
+}
+
+TEST_P(CircleTest, CountsAHeightThatIsNotPositiveAsDefault) {
+    EXPECT_EQ(createSimple({3, 4, 0}, 5.0).text.height, 5.0F);
+    EXPECT_EQ(createSimple({3, 4, 0}, 0.0).text.height, 3.5F);
+    EXPECT_EQ(createSimple({3, 4, 0}, -2.0).text.height, 3.5F);
+}
+
+TEST_P(CircleTest, TouchesNothingForAnotherKindCode) {
+    for (int kind : {0, 900000, -900001}) {
+        const auto curve = circle({}, 10.0);
+        Ank_PMI pmi;
+        int status = 7;
+        _ank_locate place = locate({3, 4, 5});
+        GetParam().create(&kind, curve.get(), &place, nullptr, 3.5, &pmi, &status, nullptr);
+        EXPECT_EQ(read(pmi), read(Ank_PMI{}));
+        EXPECT_EQ(status, 7);
+        ExpectVec3Near(Vec(place.point), {3, 4, 5}, 0.0);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, CircleTest,
+                         testing::Values(CircleKind{"Radius", PMICreateRadiusDim3D, ANK_PMI_RADIUS,
+                                                    L"R", 1.0},
+                                         CircleKind{"Diameter", PMICreateDiameterDim3D,
+                                                    ANK_PMI_DIAMETER, L"\u2300", 2.0}),
+                         [](const auto& kind) { return kind.param.name; });
+
+} // namespace
+} // namespace dorvale::test
