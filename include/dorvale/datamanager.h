@@ -14,8 +14,9 @@
 ///  - Coordinates are single precision, in the annotation's plane, in model units; angles are in
 ///    radians.
 ///  - A setter *takes ownership* where its comment says so: the receiver deletes the object, which
-///    must have been made with `new`. Setting again deletes what was there before. Handing over
-///    what the receiver already owns changes nothing; an object must never have two owners.
+///    must have been made with `new`. Setting again deletes what was there before; setting what
+///    the receiver owns already changes nothing. An object that is added twice, or stands twice in
+///    a list, is listed twice and deleted once. It must never have two owners.
 ///  - Getters hand out views: what they return stays owned by the object asked.
 ///  - A setter fails in one way only, by `std::bad_alloc`; it has then taken nothing.
 ///  - Objects are not copyable, `Ank_Ellipse` apart.

@@ -1,6 +1,4 @@
 // The angle between the sides at which two edges were picked.
-#include <cmath>
-
 #include "builders/lines.h"
 #include "generators/angletext.h"
 #include "geometry/definitionplane.h"
@@ -13,8 +11,8 @@ namespace {
 constexpr int kZeroAngle = 3;
 /// An edge whose end is this near to the vertex touches it.
 constexpr double kTouching = 0.1;
-/// Directions count as equal or opposite within this angle.
-constexpr double kSameDirectionDegrees = 1.0;
+/// Directions count as equal or opposite within 1 degree.
+constexpr double kSameDirection = std::numbers::pi / 180.0;
 
 constexpr Vec3 kPlaneNormal{0.0, 0.0, 1.0};
 
@@ -135,20 +133,23 @@ void addSpecialLine(const EdgeFromVertex& edge, Vec3 vertex, Ank_PMI& pmi) {
 void joinToArc(const EdgeFromVertex& edge, const DimensionArc& arc, Vec3 arcEnd, Assembly& assembly,
                Ank_PMI& pmi) {
     const Vec3 towardsArcEnd = unit(flat(arcEnd - arc.vertex));
-    const double degrees = degreesBetween(towardsArcEnd, edge.direction);
-    if (degrees < kSameDirectionDegrees) {
-        const double reach = edge.touchesVertex ? arc.radius : arc.radius - edge.gap;
-        if (reach > edge.length) {
-            assembly.addExtensionLine(edge.farEnd, arcEnd);
-        }
-        if (edge.gap > arc.radius) {
-            addSpecialLine(edge, arc.vertex, pmi);
-        }
-    } else if (180.0 - degrees < kSameDirectionDegrees) {
+    if (independent(towardsArcEnd, edge.direction, kSameDirection)) {
+        return;
+    }
+    if (dot(towardsArcEnd, edge.direction) < 0.0) {
+        // The arc ends on the other side of the vertex.
         assembly.addExtensionLine(arc.vertex, arcEnd);
         if (edge.gap > 0.0) {
             addSpecialLine(edge, arc.vertex, pmi);
         }
+        return;
+    }
+    const double reach = edge.touchesVertex ? arc.radius : arc.radius - edge.gap;
+    if (reach > edge.length) {
+        assembly.addExtensionLine(edge.farEnd, arcEnd);
+    }
+    if (edge.gap > arc.radius) {
+        addSpecialLine(edge, arc.vertex, pmi);
     }
 }
 

@@ -19,6 +19,9 @@ Ank_CurveEntity* CArithmeticOfPMI::Project3DTo2D(Ank_CurveEntity* curve, double*
 int CArithmeticOfPMI::Project2DTo3D(const std::vector<ANK_PNT32>& points, double* matrix,
                                     std::vector<ANK_PNT32>& result) {
     const std::size_t count = points.size();
+    if (count == 0) {
+        return 0;
+    }
     result.reserve(result.size() + count);
     const Matrix toModel = matrixFrom(matrix);
     for (std::size_t i = 0; i < count; ++i) {

@@ -48,8 +48,11 @@ inline Triple scaled(const Triple& v, double factor) {
 
 inline double lengthOf(const Triple& v) { return std::sqrt(dotOf(v, v)); }
 
-/// False also for a vector that is not a number.
-inline bool hasDirection(const Triple& v) { return dotOf(v, v) > kZeroLength * kZeroLength; }
+/// False also for a vector that is not finite.
+inline bool hasDirection(const Triple& v) {
+    const double squared = dotOf(v, v);
+    return squared > kZeroLength * kZeroLength && std::isfinite(squared);
+}
 
 /// The point of a segment that is nearest to p.
 inline Triple nearestOnSegment(const Triple& p, const Triple& start, const Triple& end) {
