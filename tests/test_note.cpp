@@ -1,4 +1,4 @@
-// Notes and updates.
+// Notes.
 #include <gtest/gtest.h>
 
 #include "drawing.h"
@@ -64,41 +64,15 @@ TEST(NoteTest, AddsABlockEvenWithoutLines) {
     EXPECT_TRUE(note({{1, L""}}, 5.0, false)->GetComText()[0]->GetTexts().empty());
 }
 
-/// Two updates: two texts, and the leaders of the second.
-std::unique_ptr<Ank_PMI> updatedTwice() {
-    auto pmi = std::make_unique<Ank_PMI>();
-    int status = 7;
-    Vec p1;
-    Vec p2{10, 0, 0};
-    PMIUpdateDimesion(pmi.get(), &p1.x, &p2.x, nullptr, &status);
-    p2 = {0, 24, 0};
-    PMIUpdateDimesion(pmi.get(), &p1.x, &p2.x, nullptr, &status);
-    EXPECT_EQ(status, 0);
-    return pmi;
-}
-
-TEST(UpdateTest, AddsATextAndReplacesTheLeaders) {
-    const auto pmi = updatedTwice();
-    const Drawing drawing(*pmi, {});
-    ASSERT_EQ(drawing.leaders.size(), 2U);
-    ExpectStroke(drawing.leaders[0], {0, 0, 0}, {0, 12, 0}, 0.0);
-    ExpectStroke(drawing.leaders[1], {0, 24, 0}, {0, 12, 0}, 0.0);
-    ExpectArrow(drawing.leaders[1], 1e-6);
-    ASSERT_EQ(pmi->GetComText().size(), 2U);
-    EXPECT_EQ(drawing.text.line, L"10.00");
-    ExpectVec3Near(drawing.text.at, {5, 0, 0}, 0.0);
-    EXPECT_EQ(drawing.text.height, 3.5F);
-    EXPECT_EQ(valueText(*pmi), L"24.00");
-}
-
-TEST(UpdateTest, KeepsTheLeadersWherePointsCoincide) {
-    const auto pmi = updatedTwice();
-    int status = 7;
-    Vec p{1, 2, 3};
-    PMIUpdateDimesion(pmi.get(), &p.x, &p.x, nullptr, &status);
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(valueText(*pmi), L"0.00");
-    ExpectVec3Near(leaderPoints(*pmi, 1)[0], {0, 24, 0}, 0.0);
+TEST(NoteTest, TakesAFrameAtTheTextAndSkipsABlockThatIsMissing) {
+    const auto pmi = note({{0, L"text"}}, 5.0, true);
+    pmi->AddComText(nullptr);
+    Envelope envelope{true, 0, 0};
+    PMISetEnvelope(1, true, true, true, envelope, pmi.get());
+    AnkAnchorTypeEnum type{};
+    ANK_PNT32 anchor;
+    pmi->GetComText()[0]->GetEnvelope()->GetAnchorPoint(type, anchor);
+    ExpectVec3Near(anchor, {10, 20, 5}, 0.0);
 }
 
 } // namespace
