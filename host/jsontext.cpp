@@ -17,12 +17,22 @@ bool isFlat(const ordered_json& value) {
                         [](const ordered_json& item) { return item.is_structured(); });
 }
 
+std::string quoted(const std::string& text) {
+    return ordered_json(text).dump(-1, ' ', false, ordered_json::error_handler_t::replace);
+}
+
 std::string scalarText(const ordered_json& value) {
-    return value.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
+    if (value.is_string())
+        return quoted(value.get_ref<const std::string&>());
+    if (!value.is_number_float())
+        return value.dump();
+    char digits[32];
+    return std::string(digits,
+                       std::to_chars(digits, digits + sizeof digits, value.get<double>()).ptr);
 }
 
 std::string memberName(const ordered_json::const_iterator& item, bool isObject) {
-    return isObject ? scalarText(item.key()) + ": " : std::string();
+    return isObject ? quoted(item.key()) + ": " : std::string();
 }
 
 std::string onOneLine(const ordered_json& value) {

@@ -116,8 +116,12 @@ void draw(const Options& options) {
 
 /// The scenes of a directory, by name.
 std::vector<fs::path> findScenes(const fs::path& directory) {
+    std::error_code error;
+    const fs::directory_iterator entries(directory, error);
+    if (error)
+        throw host::FileError(directory.string() + ": cannot be read");
     std::vector<fs::path> scenes;
-    for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
+    for (const fs::directory_entry& entry : entries) {
         if (entry.path().extension() == ".json")
             scenes.push_back(entry.path());
     }
@@ -134,7 +138,10 @@ void gallery(const Options& options) {
     }
     const fs::path directory = options.directory;
     const bool withPng = makesPng(options);
-    fs::create_directories(directory);
+    std::error_code error;
+    fs::create_directories(directory, error);
+    if (error)
+        throw host::FileError(directory.string() + ": cannot be made");
     for (const host::GalleryPicture& picture : pictures) {
         const fs::path svg = directory / (picture.name + ".svg");
         host::writeFile(svg, picture.svg);
