@@ -24,6 +24,7 @@ header { padding-top: 2rem; }
 h1 { margin: 0; font-size: 1.9rem; }
 h2 { margin: 2.5rem 0 1rem; font-size: 1.3rem; }
 h3 { margin: 0; font-size: 1.05rem; overflow-wrap: anywhere; }
+h3 small { color: var(--soft); font-weight: normal; white-space: nowrap; }
 p { margin: .3rem 0; color: var(--soft); }
 a { color: var(--accent); }
 nav { display: flex; flex-wrap: wrap; gap: .5rem; margin: 1rem 0; }
@@ -84,12 +85,12 @@ std::string card(const GalleryPicture& picture, bool withPng) {
     const std::string file = address(picture.name);
     const std::string title = xmlText(shownTitle(picture));
     std::string html = "<article id=\"scene-" + file + "\">\n";
-    html += "<h3>" + title + "</h3>\n";
+    html += "<h3>" + title + " <small>" + xmlText(picture.name) + "</small></h3>\n";
     html += "<p>" + callList(picture.calls) + "</p>\n";
     html += "<a class=\"picture\" href=\"" + file + ".svg\"><img src=\"" + file +
             ".svg\" alt=\"Drawing: " + title + "\"></a>\n";
-    html += "<details>\n<summary>" + xmlText(picture.name) + ".json</summary>\n<pre><code>" +
-            xmlText(picture.sceneText) + "</code></pre>\n</details>\n";
+    html += "<details>\n<summary>The scene</summary>\n<pre><code>" + xmlText(picture.sceneText) +
+            "</code></pre>\n</details>\n";
     html += "<p class=\"files\">" + files(file, withPng) + "</p>\n";
     if (!picture.licence.empty())
         html += "<p class=\"licence\">Geometry: " + xmlText(picture.licence) + "</p>\n";
