@@ -18,11 +18,15 @@ constexpr double kAscent = 0.76;
 constexpr double kDescent = 0.22;
 constexpr double kFrameGap = 0.25;
 
-/// How wide a character is in a usual font without serifs, in em.
+/// How wide a character is in a usual font without serifs, in em. Of a surrogate pair, the first
+/// half has it all.
 double advance(wchar_t c) {
     constexpr std::wstring_view kNarrow = L"iljIft.,:;'|!()[]/\\ ";
     constexpr std::wstring_view kWide = L"MWmw@%";
     constexpr wchar_t kFirstIdeograph = 0x2E80;
+    const bool endsPair = c >= 0xDC00 && c <= 0xDFFF;
+    if (endsPair)
+        return 0;
     if (kNarrow.find(c) != std::wstring_view::npos)
         return 0.36;
     if (kWide.find(c) != std::wstring_view::npos || c >= kFirstIdeograph)

@@ -120,11 +120,4 @@ std::string toUtf8(std::wstring_view text) {
     return bytes;
 }
 
-std::size_t countCharacters(std::string_view text) {
-    std::size_t count = 0;
-    for (const char byte : text)
-        count += (static_cast<unsigned char>(byte) & 0xC0U) != 0x80;
-    return count;
-}
-
 } // namespace host

@@ -18,7 +18,4 @@ std::wstring toWide(std::string_view text);
 /// Lone surrogates and values past the last code point become U+FFFD.
 std::string toUtf8(std::wstring_view text);
 
-/// The number of code points of a valid text.
-std::size_t countCharacters(std::string_view text);
-
 } // namespace host
