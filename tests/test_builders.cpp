@@ -218,7 +218,7 @@ TEST_F(BuilderTest, WidthCountsCharactersNotControlPairs) {
     const struct {
         const wchar_t* line;
         double height, width;
-    } cases[] = {{L"12.5", 3.5, 4}, {L"\\%25", 3.5, 2}, {L"-1", 3.5, 1},     {L"-12345", 3.5, 4},
+    } cases[] = {{L"12.5", 3.5, 4}, {L"\\%25", 3.5, 2}, {L"-1", 3.5, 1},     {L"-123", 3.5, 3},
                  {L".5", 3.5, 1},   {L"", 3.5, 0},      {L"\\~\\&", 3.5, 0}, {L"a\\", 3.5, 2},
                  {L"12.5", 2.0, 0}, {L"12.5", 10.0, 12}};
     for (const auto& c : cases) {

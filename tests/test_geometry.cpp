@@ -123,9 +123,13 @@ TEST_F(DefinitionPlane, OfParallelLinesHoldsBoth) {
         EXPECT_NEAR(dot(plane.normal(), apart), 0.0, 1e-3);
         expectFacing(plane);
     }
-    const auto first = line({0, 0, 0}, {10, 0, 0});
-    const auto behind = line({20, 0, 0}, {30, 0, 0});
-    ExpectVec3Near(definePlane(6, first.get(), behind.get(), nullptr).normal(), {0, 0, -1}, 1e-12);
+    // Of the planes through collinear lines the one square to the world's X, or else Y.
+    for (const auto& [along, normal] :
+         {std::pair{Vec{1, 0, 0}, Vec{0, 0, -1}}, std::pair{Vec{0, 0, 1}, Vec{0, -1, 0}}}) {
+        const auto first = line({0, 0, 0}, along * 10.0);
+        const auto behind = line(along * 20.0, along * 30.0);
+        ExpectVec3Near(definePlane(6, first.get(), behind.get(), nullptr).normal(), normal, 1e-12);
+    }
 }
 
 TEST_F(DefinitionPlane, OfSkewLinesStartsWhereTheyCrossSeenFromAbove) {
