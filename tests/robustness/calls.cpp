@@ -101,8 +101,8 @@ constexpr Call kCalls[] = {
              Dim::ArcValToStr(a.center, a.radii[0], a.arcEnds, a.normal, a.result, Out(a.textOut))),
      -920},
     {"SeStrCre", RUN(a.code = Dim::SeStrCre(a.value, a.format, Out(a.textOut))), -976},
-    {"SeStrdec", RUN(Dim::SeStrdec(a.angle, a.format[4], a.buffer))},
-    {"SeStrfrc", RUN(Dim::SeStrfrc(a.angle, a.format[5], a.flag(0), a.buffer))},
+    {"SeStrdec", RUN(a.buffer[0] = '\0'; Dim::SeStrdec(a.angle, a.format[4], a.buffer))},
+    {"SeStrfrc", RUN(a.buffer[0] = '\0'; Dim::SeStrfrc(a.angle, a.format[5], a.flag(0), a.buffer))},
     {"SeStritoa", RUN(Dim::SeStritoa(a.kindCode, a.buffer))},
 
     {"FillLeaderData",
@@ -236,7 +236,7 @@ Ank_CurveEntity* Arguments::curve(int i, Ank_CurveEntity& fitting) {
     return choice < std::size(choices) ? choices[choice] : nullptr;
 }
 
-std::string Arguments::read() {
+void Arguments::gather() {
     if (curveOut) {
         leaders.push_back(new Ank_Leader);
         leaders.back()->SetCurve(curveOut.release());
@@ -249,6 +249,10 @@ std::string Arguments::read() {
     if (blockOut) {
         built.AddComText(blockOut.release());
     }
+}
+
+std::string Arguments::read() {
+    gather();
     std::string bits;
     for (const Annotation& part : {test::read(pmi), test::read(built), test::read(lines[1])}) {
         for (const Field& field : part.fields) {

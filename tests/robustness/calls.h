@@ -65,13 +65,15 @@ struct Arguments : Record {
     explicit Arguments(const Record& record);
     Arguments(const Arguments&) = delete;
     Arguments& operator=(const Arguments&) = delete;
+    ~Arguments() { gather(); }
 
     bool flag(int i) const { return (flags >> i & 1) != 0; }
     Ank_CurveEntity* curve(int i, Ank_CurveEntity& fitting);
     Ank_Line* line(int i) { return curve(i, lines[i]) == nullptr ? nullptr : &lines[i]; }
     double* view() { return noView == 0 ? viewMatrix : nullptr; }
-    /// Everything that the caller can read, to the last bit. Builders' elements are put into an
-    /// annotation of their own for that.
+    /// Puts the elements that builders made into an annotation of their own.
+    void gather();
+    /// Everything that the caller can read, to the last bit.
     std::string read();
 
     Ank_Line lines[2];

@@ -1,0 +1,15 @@
+// The host on any text: a scene is dumped and drawn, or refused.
+#include "host/draw.h"
+#include "host/dump.h"
+#include "target.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    try {
+        require(host::dumpScene(text) == host::dumpScene(text));
+        require(!host::drawScene(text).empty());
+    } catch (const host::SceneError& error) {
+        require(std::string_view(error.what()).find('\n') == std::string_view::npos);
+    }
+    return 0;
+}
