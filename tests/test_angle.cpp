@@ -68,7 +68,7 @@ void ExpectJoined(const Drawing& drawing, const Corner& corner, std::size_t i, d
     for (const Stroke& stroke : strokes) {
         if (length(cross(ray, stroke.from)) + length(cross(ray, stroke.to)) < kNear &&
             length(stroke.to - stroke.from) > 1e-4) {
-            const auto [low, high] = std::minmax(dot(ray, stroke.from), dot(ray, stroke.to));
+            const auto [low, high] = std::minmax({dot(ray, stroke.from), dot(ray, stroke.to)});
             pieces.push_back({low, high});
         }
     }

@@ -5,6 +5,7 @@
 
 #include <dorvale/dorvale.h>
 
+#include "builders/ownership.h"
 #include "kernel/sb.h"
 
 namespace dorvale {
@@ -43,13 +44,13 @@ std::optional<ANK_PNT32> farEndOf(const Ank_Leader& leader) {
 
 } // namespace
 
-std::unique_ptr<Ank_Envelope> makeEnvelope(const FrameStyle& style, const ANK_PNT32& anchor) {
+void addFrame(Ank_ComText& block, const FrameStyle& style, const ANK_PNT32& anchor) {
     auto envelope = std::make_unique<Ank_Envelope>();
     envelope->SetFrameFlag(style.drawn);
     envelope->SetBackgroundColor(colorOf(style.background));
     envelope->SetFrameColor(colorOf(style.frame));
     envelope->SetAnchorPoint(ANK_ANCHOR_LOCATION, anchor);
-    return envelope;
+    give(std::move(envelope), [&](Ank_Envelope* taken) { block.SetEnvelope(taken); });
 }
 
 void frameFirstBlock(const Ank_PMI& pmi, const FrameStyle& style) {
@@ -61,7 +62,7 @@ void frameFirstBlock(const Ank_PMI& pmi, const FrameStyle& style) {
     if (texts.empty() || texts.front() == nullptr) {
         return;
     }
-    blocks.front()->SetEnvelope(makeEnvelope(style, texts.front()->GetInnerLoc()).release());
+    addFrame(*blocks.front(), style, texts.front()->GetInnerLoc());
 }
 
 } // namespace dorvale
@@ -89,7 +90,7 @@ void PMISetEnvelope(int mode, bool apply, bool stub, bool withEnvelope, Envelope
     const FrameStyle style{envelope.frameFlag, envelope.backgroundColour, envelope.frameColour};
     for (Ank_ComText* block : pmi->GetComText()) {
         if (block != nullptr) {
-            block->SetEnvelope(makeEnvelope(style, anchor).release());
+            addFrame(*block, style, anchor);
         }
     }
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 
 #include <dorvale/datamanager.h>
 
@@ -15,7 +14,8 @@ struct FrameStyle {
     std::uint32_t frame;
 };
 
-std::unique_ptr<Ank_Envelope> makeEnvelope(const FrameStyle& style, const ANK_PNT32& anchor);
+/// Puts a frame round a block, in place of the one it has.
+void addFrame(Ank_ComText& block, const FrameStyle& style, const ANK_PNT32& anchor);
 
 /// Frames the first block, anchored at its first text; leaves an annotation without one alone.
 void frameFirstBlock(const Ank_PMI& pmi, const FrameStyle& style);

@@ -1,5 +1,6 @@
 #include "builders/leaders.h"
 
+#include "builders/ownership.h"
 #include "kernel/tesscircle.h"
 
 namespace dorvale {
@@ -11,10 +12,10 @@ constexpr float kArrowLength = 3.36F;
 constexpr float kArrowWidth = 1.12F;
 constexpr double kArrowProportion = 3.0;
 
-/// Two equal points give 0/0 as it is.
+/// From the points' differences in single precision; two equal points give 0/0 as it is.
 ANK_DIR32 directionOf(const ANK_PNT32& from, const ANK_PNT32& to) {
-    const Vec3 v = widen(to) - widen(from);
-    return toDirection32(v / distance(widen(to), widen(from)));
+    const Vec3 v = widen(ANK_DIR32{to.x - from.x, to.y - from.y, to.z - from.z});
+    return toDirection32(v / distance(v, Vec3{}));
 }
 
 void setArrowAlong(Ank_Leader& leader, const Ank_Ellipse& arc, const CTessCircle::Drawn& drawn) {
@@ -36,7 +37,7 @@ std::unique_ptr<Ank_Leader> makeLeader(const Points& points, const ANK_PNT32& ti
     auto leader = std::make_unique<Ank_Leader>();
     curve->SetUsageType(ANK_CURVE_USAGE_LEADER);
     curve->SetCurveDispStat(true);
-    leader->SetCurve(curve.release());
+    give(std::move(curve), [&](Ank_PolyLine* taken) { leader->SetCurve(taken); });
     leader->SetLeaderType(ANK_LEADER_STRAIGHT);
     float size[2] = {kArrowLength, kArrowWidth};
     leader->SetTerminator(terminator, size, tip, directionOf(points[0], points[1]));
@@ -48,7 +49,7 @@ std::unique_ptr<Ank_Leader> makeArcLeader(std::unique_ptr<Ank_Ellipse> arc) {
     arc->SetUsageType(ANK_CURVE_USAGE_LEADER);
     arc->SetCurveDispType(ANK_CURVE_DISP_DIMENSION);
     arc->SetCurveDispStat(true);
-    leader->SetCurve(arc.release());
+    give(std::move(arc), [&](Ank_Ellipse* taken) { leader->SetCurve(taken); });
     leader->SetLeaderType(ANK_LEADER_ARC);
     return leader;
 }

@@ -4,16 +4,6 @@
 
 namespace dorvale {
 
-namespace {
-
-/// The curve passes to the line, unless the line throws.
-void addCurve(Ank_SpecialLine& line, std::unique_ptr<Ank_CurveEntity> curve) {
-    line.AddCurve(curve.get());
-    static_cast<void>(curve.release());
-}
-
-} // namespace
-
 std::unique_ptr<Ank_Extensionline> makeExtensionLine(const Points& points, bool display,
                                                      AnkCurveDispTypeEnum dispType) {
     auto line = std::make_unique<Ank_Extensionline>();
@@ -24,7 +14,7 @@ std::unique_ptr<Ank_Extensionline> makeExtensionLine(const Points& points, bool 
     curve->SetDomain(0.0F, 0.0F);
     curve->SetCurveDispType(dispType);
     curve->SetCurveDispStat(true);
-    line->SetCurve(curve.release());
+    give(std::move(curve), [&](Ank_PolyLine* taken) { line->SetCurve(taken); });
     line->SetDisplay(display);
     return line;
 }
@@ -39,7 +29,7 @@ std::unique_ptr<Ank_SpecialLine> makeSpecialLine(const Points& points) {
     curve->SetCurveDispStat(true);
     curve->SetUsageType(ANK_CURVE_USAGE_SPECIAL_LINE);
     line->SetSpecLinUse(ANK_SPECIAL_LINE_POINTS);
-    addCurve(*line, std::move(curve));
+    give(std::move(curve), [&](Ank_PolyLine* taken) { line->AddCurve(taken); });
     return line;
 }
 
@@ -49,7 +39,7 @@ std::unique_ptr<Ank_SpecialLine> makeArcSpecialLine(const ArcShape& shape) {
     curve->SetUsageType(ANK_CURVE_USAGE_SPECIAL_LINE);
     curve->SetCurveDispType(ANK_CURVE_DISP_DIMENSION);
     curve->SetCurveDispStat(true);
-    addCurve(*line, std::move(curve));
+    give(std::move(curve), [&](Ank_Ellipse* taken) { line->AddCurve(taken); });
     return line;
 }
 

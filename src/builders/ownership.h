@@ -3,14 +3,20 @@
 
 #include <cstddef>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace dorvale {
 
+/// Hands an object over by a call that takes nothing if it throws.
+template <typename T, typename Take> void give(std::unique_ptr<T> object, Take take) {
+    take(object.get());
+    static_cast<void>(object.release());
+}
+
 /// Appends an object to a list of plain pointers, which the list's owner answers for from then on.
 template <typename T> void append(std::vector<T*>& list, std::unique_ptr<T> object) {
-    list.push_back(object.get());
-    static_cast<void>(object.release());
+    give(std::move(object), [&](T* taken) { list.push_back(taken); });
 }
 
 /// A list in the form that annotations take. It owns its objects until they are handed over; a list

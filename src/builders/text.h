@@ -17,6 +17,8 @@ inline constexpr double kDefaultTextHeight = 3.5;
 struct TextAxes {
     ANK_DIR32 x;
     ANK_DIR32 y;
+
+    TextAxes reversed() const { return {{-x.x, -x.y, -x.z}, {-y.x, -y.y, -y.z}}; }
 };
 
 /// Width and height of a character.

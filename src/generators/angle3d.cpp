@@ -125,7 +125,7 @@ void addSpecialLine(const EdgeFromVertex& edge, Vec3 vertex, Ank_PMI& pmi) {
     std::unique_ptr<Ank_SpecialLine> line =
         makeSpecialLine({toPoint32(edge.nearEnd), toPoint32(vertex)});
     if (line) {
-        handOver(pmi, &Ank_PMI::AddSpecialLine, std::move(line));
+        give(std::move(line), [&](Ank_SpecialLine* taken) { pmi.AddSpecialLine(taken); });
     }
 }
 
@@ -151,12 +151,6 @@ void joinToArc(const EdgeFromVertex& edge, const DimensionArc& arc, Vec3 arcEnd,
     if (edge.gap > arc.radius) {
         addSpecialLine(edge, arc.vertex, pmi);
     }
-}
-
-/// Tangent to the arc under the text, turned so that it never reads backwards.
-TextDirections textAlong(const DimensionArc& arc, const AnnotationPlane& plane, const View& view) {
-    const TextDirections text = alongTangent(unit(flat(arc.towardsText())));
-    return readsBackwards(text.x, plane, view) ? text.reversed() : text;
 }
 
 } // namespace
@@ -195,7 +189,8 @@ void PMICreateAngleDim3D(int* angleMode, int* flag1, int* flag2, _ank_element* e
     }
     assembly.setArcTerminators();
     assembly.addText(angleTextLine(degrees, *angleMode), arc.textPoint,
-                     textAlong(arc, plane, view).axes(), textHeight);
+                     readable(textOnCircle(unit(flat(arc.towardsText()))), plane, view),
+                     textHeight);
     setAngleFlags(*pmi);
     *status = 0;
 }

@@ -31,10 +31,10 @@ void drawStraight(const CurveLength& input, Vec3 textPoint, Ank_PMI& pmi) {
     const OffsetLine line = offsetThrough(textPoint, start, end);
 
     // The text stands up away from the edge.
-    const TextDirections along = alongDirection(unit(end - start));
-    const TextDirections text = dot(along.y, line.away) < 0.0 ? along.reversed() : along;
+    const TextAxes along = textAlong(unit(end - start));
+    const TextAxes text = dot(widen(along.y), line.away) < 0.0 ? along.reversed() : along;
     Assembly assembly(pmi);
-    assembly.addText(lengthLine(distance(start, end)), textPoint, text.axes(), input.textHeight);
+    assembly.addText(lengthLine(distance(start, end)), textPoint, text, input.textHeight);
     assembly.addLeader(line.start, textPoint);
     assembly.addLeader(line.end, textPoint);
     assembly.setLeadersIfAny();
@@ -83,14 +83,14 @@ Vec3 normalOfMajorArc(const ConcentricArc& arc) {
     return normalOf(arc.center, arc.start, moved(arc.center, awayFromChord, arc.radius));
 }
 
-/// The text's directions, tangent to the dimension arc at the middle of the estimated width.
-TextDirections tangentText(const ConcentricArc& arc, Vec3 textPoint, double width,
-                           const AnnotationPlane& plane, const View& view) {
-    const TextDirections first = alongTangent(directionFrom(flat(arc.center), flat(textPoint)));
-    const bool backwards = readsBackwards(first.x, plane, view);
-    const TextDirections turned = backwards ? first.reversed() : first;
-    const Vec3 middle = moved(textPoint, unit(turned.x), width * 0.5);
-    const TextDirections text = alongTangent(directionFrom(flat(arc.center), flat(middle)));
+/// The text's axes, tangent to the dimension arc at the middle of the estimated width.
+TextAxes tangentText(const ConcentricArc& arc, Vec3 textPoint, double width,
+                     const AnnotationPlane& plane, const View& view) {
+    const TextAxes first = textOnCircle(directionFrom(flat(arc.center), flat(textPoint)));
+    const bool backwards = readsBackwards(first, plane, view);
+    const TextAxes turned = backwards ? first.reversed() : first;
+    const Vec3 middle = moved(textPoint, unit(widen(turned.x)), width * 0.5);
+    const TextAxes text = textOnCircle(directionFrom(flat(arc.center), flat(middle)));
     return backwards ? text.reversed() : text;
 }
 
@@ -107,21 +107,19 @@ void drawArc(const CurveLength& input, Vec3 textPoint, Ank_PMI& pmi) {
     const Vec3 end = arc.onDimensionArc(arc.end);
 
     Assembly assembly(pmi);
-    if (sweep && *sweep > std::numbers::pi) {
-        const Vec3 normal = normalOfMajorArc(arc);
-        assembly.addArcLeader(arc.center, start, arc.underText(), arc.radius, normal);
-        assembly.addArcLeader(arc.center, end, arc.underText(), arc.radius, -normal);
-    } else {
-        assembly.addArcLeader(arc.center, start, arc.underText(), arc.radius);
-        assembly.addArcLeader(arc.center, end, arc.underText(), arc.radius);
-    }
+    const bool major = sweep && *sweep > std::numbers::pi;
+    const Vec3 normal =
+        assembly.addArcLeader(arc.center, start, arc.underText(), arc.radius,
+                              major ? std::optional(normalOfMajorArc(arc)) : std::nullopt);
+    assembly.addArcLeader(arc.center, end, arc.underText(), arc.radius,
+                          major ? std::optional(-normal) : std::nullopt);
     assembly.setArcTerminators();
     assembly.setLeaders();
     if (sweep) {
         std::wstring line = arcLengthLine(std::abs(*sweep) * measured.radius);
         const double width = estimatedWidth(line, input.textHeight);
-        const TextDirections text = tangentText(arc, textPoint, width, input.plane, input.view);
-        assembly.addText(std::move(line), textPoint, text.axes(), input.textHeight);
+        const TextAxes text = tangentText(arc, textPoint, width, input.plane, input.view);
+        assembly.addText(std::move(line), textPoint, text, input.textHeight);
     }
     assembly.addExtensionLine(arc.start, start);
     assembly.addExtensionLine(arc.end, end);

@@ -5,8 +5,8 @@
 
 namespace dorvale {
 
-bool readsBackwards(Vec3 textX, const AnnotationPlane& plane, const View& view) {
-    return dot(plane.directionInModel(textX), view.right) < 0.0;
+bool readsBackwards(const TextAxes& text, const AnnotationPlane& plane, const View& view) {
+    return dot(plane.directionInModel(widen(text.x)), view.right) < 0.0;
 }
 
 const Points& Assembly::pair(Vec3 first, Vec3 second) {
@@ -27,11 +27,13 @@ void Assembly::addLeader(Vec3 tip, Vec3 end, Head head, Stub stub) {
     leaders_.add(std::move(leader));
 }
 
-void Assembly::addArcLeader(Vec3 center, Vec3 start, Vec3 end, double radius,
+Vec3 Assembly::addArcLeader(Vec3 center, Vec3 start, Vec3 end, double radius,
                             const std::optional<Vec3>& normal) {
-    leaders_.add(makeArcLeader(
-        makeArc({toPoint32(center), toPoint32(start), toPoint32(end), static_cast<float>(radius)},
-                normal)));
+    std::unique_ptr<Ank_Ellipse> arc = makeArc(
+        {toPoint32(center), toPoint32(start), toPoint32(end), static_cast<float>(radius)}, normal);
+    const Vec3 normalOfArc = widen(arc->GetNormal());
+    leaders_.add(makeArcLeader(std::move(arc)));
+    return normalOfArc;
 }
 
 void Assembly::setArcTerminators() { dorvale::setArcTerminators(leaders_.objects()); }
@@ -60,8 +62,8 @@ void Assembly::setExtensionLinesIfAny() {
 void Assembly::addText(std::optional<std::wstring> line, Vec3 location, const TextAxes& axes,
                        double height) {
     if (line) {
-        handOver(pmi_, &Ank_PMI::AddComText,
-                 makeTextLine(std::move(*line), toPoint32(location), axes, height));
+        give(makeTextLine(std::move(*line), toPoint32(location), axes, height),
+             [this](Ank_ComText* taken) { pmi_.AddComText(taken); });
     }
 }
 

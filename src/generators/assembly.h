@@ -11,26 +11,23 @@
 
 namespace dorvale {
 
-/// Text directions in a plane. They may be a mirrored pair.
-struct TextDirections {
-    Vec3 x;
-    Vec3 y;
-
-    TextDirections reversed() const { return {-x, -y}; }
-    TextAxes axes() const { return {toDirection32(x), toDirection32(y)}; }
-};
-
-/// Upwards the radius, along it the tangent: text on a circle, seen from its centre.
-inline TextDirections alongTangent(Vec3 radius) { return {quarterTurn(radius), flat(radius)}; }
-
-/// Text that runs along a direction.
-inline TextDirections alongDirection(Vec3 direction) {
-    return {flat(direction), quarterTurn(direction)};
+/// Text that runs along a direction of the plane.
+inline TextAxes textAlong(Vec3 direction) {
+    return {toDirection32(flat(direction)), toDirection32(quarterTurn(direction))};
 }
 
-/// The same directions, reversed where the text would run against the view's first axis. Without a
-/// view nothing is reversed.
-bool readsBackwards(Vec3 textX, const AnnotationPlane& plane, const View& view);
+/// Text on a circle, standing on the tangent: upwards it has the direction from the centre.
+inline TextAxes textOnCircle(Vec3 fromCenter) {
+    return {toDirection32(quarterTurn(fromCenter)), toDirection32(flat(fromCenter))};
+}
+
+/// Whether text would run against the view's first axis; without a view it never does.
+bool readsBackwards(const TextAxes& text, const AnnotationPlane& plane, const View& view);
+
+/// The text's axes, reversed where it would read backwards.
+inline TextAxes readable(const TextAxes& text, const AnnotationPlane& plane, const View& view) {
+    return readsBackwards(text, plane, view) ? text.reversed() : text;
+}
 
 enum class Stub { No, Yes };
 enum class Head { None, Arrow };
@@ -43,8 +40,8 @@ public:
 
     /// A straight leader with its terminator at `tip`; left out where both points are equal.
     void addLeader(Vec3 tip, Vec3 end, Head head = Head::Arrow, Stub stub = Stub::No);
-    /// An arc leader that still has no arrow.
-    void addArcLeader(Vec3 center, Vec3 start, Vec3 end, double radius,
+    /// An arc leader that still has no arrow. Returns its normal: the given one if that counts.
+    Vec3 addArcLeader(Vec3 center, Vec3 start, Vec3 end, double radius,
                       const std::optional<Vec3>& normal = std::nullopt);
     void setArcTerminators();
     /// Hands over all leaders so far; again when the list has grown.
@@ -66,12 +63,5 @@ private:
     PendingList<Ank_Extensionline> extensionLines_;
     Points points_ = Points(2);
 };
-
-/// Hands an object over by a member that appends to the annotation.
-template <typename T>
-void handOver(Ank_PMI& pmi, void (Ank_PMI::*adder)(T*), std::unique_ptr<T> object) {
-    (pmi.*adder)(object.get());
-    static_cast<void>(object.release());
-}
 
 } // namespace dorvale

@@ -10,7 +10,7 @@ namespace {
 
 constexpr Vec3 kPlaneX{1.0, 0.0, 0.0};
 /// Outside the circle the text stands along the plane's X axis, its up direction mirrored.
-constexpr TextDirections kOutside{kPlaneX, {0.0, -1.0, 0.0}};
+constexpr TextAxes kOutside{{1.0F, 0.0F, 0.0F}, {0.0F, -1.0F, 0.0F}};
 
 /// A circle and the placement of its text, in the circle's plane:
 ///
@@ -46,15 +46,10 @@ PlacedCircle placeCircle(const Ank_CurveEntity* curve, _ank_locate& locate, cons
     return circle;
 }
 
-TextDirections readable(const TextDirections& text, const PlacedCircle& circle, const View& view) {
-    return readsBackwards(text.x, circle.plane, view) ? text.reversed() : text;
-}
-
 /// The text of a radius: one line without font, spacing or box.
-void addRadiusText(std::wstring line, const PlacedCircle& circle, const TextDirections& directions,
+void addRadiusText(std::wstring line, const PlacedCircle& circle, const TextAxes& axes,
                    double height, Ank_PMI& pmi) {
     auto text = std::make_unique<Ank_Text>();
-    const TextAxes axes = directions.axes();
     const CharSize size = charSizeOf(textHeightOr(height));
     text->SetInnerLoc(toPoint32(circle.placed));
     text->SetText(std::move(line));
@@ -65,7 +60,7 @@ void addRadiusText(std::wstring line, const PlacedCircle& circle, const TextDire
     auto block = std::make_unique<Ank_ComText>();
     texts.handOver([&](const std::vector<Ank_Text*>& list) { block->SetTexts(list); });
     block->SetOuterBox({});
-    handOver(pmi, &Ank_PMI::AddComText, std::move(block));
+    give(std::move(block), [&](Ank_ComText* taken) { pmi.AddComText(taken); });
 }
 
 } // namespace
@@ -88,10 +83,10 @@ void PMICreateDiameterDim3D(int* kindCode, Ank_CurveEntity* curve, _ank_locate* 
     assembly.addLeader(far, circle.placed, Head::Arrow, inside ? Stub::No : Stub::Yes);
     assembly.setLeaders();
 
-    const TextDirections text =
-        readable(inside ? alongDirection(circle.direction) : kOutside, circle, view);
+    const TextAxes text =
+        readable(inside ? textAlong(circle.direction) : kOutside, circle.plane, view);
     constexpr std::wstring_view kDiameterSign = L"\u2300";
-    assembly.addText(lengthLine(2.0 * circle.radius, kDiameterSign), circle.placed, text.axes(),
+    assembly.addText(lengthLine(2.0 * circle.radius, kDiameterSign), circle.placed, text,
                      textHeight);
     pmi->SetType(ANK_PMI_DIAMETER);
     pmi->SetParallelScreen(true);
@@ -108,20 +103,21 @@ void PMICreateRadiusDim3D(int* kindCode, Ank_CurveEntity* curve, _ank_locate* lo
     const View view = View::fromMatrix(viewMatrix);
     const PlacedCircle circle = placeCircle(curve, *locate, view, *pmi);
     Assembly assembly(*pmi);
-    TextDirections text = kOutside;
+    TextAxes text = kOutside;
     if (circle.holdsPlacement()) {
         assembly.addLeader(circle.near, circle.placed);
         assembly.setLeaders();
         assembly.addLeader(circle.center, circle.placed, Head::None);
         assembly.setLeaders();
-        text = alongDirection(unit(circle.placed - circle.near));
+        text = textAlong(unit(circle.placed - circle.near));
     } else if (circle.distance > circle.radius) {
         // On the circle itself there is nothing to lead to.
         assembly.addLeader(circle.near, circle.placed, Head::Arrow, Stub::Yes);
         assembly.setLeaders();
     }
     if (std::optional<std::wstring> line = lengthLine(circle.radius, L"R")) {
-        addRadiusText(std::move(*line), circle, readable(text, circle, view), textHeight, *pmi);
+        addRadiusText(std::move(*line), circle, readable(text, circle.plane, view), textHeight,
+                      *pmi);
     }
     pmi->SetType(ANK_PMI_RADIUS);
     pmi->SetDisplay(true);

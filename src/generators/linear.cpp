@@ -93,13 +93,11 @@ void addCentredText(const LinearDimension& dimension, double textHeight, const V
         return;
     }
     constexpr Vec3 planeX{1.0, 0.0, 0.0};
-    const TextDirections along =
-        alongDirection(tryUnit(dimension.b.point - dimension.a.point).value_or(planeX));
-    const TextDirections text =
-        readsBackwards(along.x, dimension.plane, view) ? along.reversed() : along;
+    const Vec3 along = tryUnit(dimension.b.point - dimension.a.point).value_or(planeX);
+    const TextAxes text = readable(textAlong(along), dimension.plane, view);
     const CharSize size = charSizeOf(textHeightOr(textHeight));
     const double width = EstimateTextWidth(*line, size, 0.0);
-    assembly.addText(std::move(line), moved(dimension.textPoint, text.x, -0.5 * width), text.axes(),
+    assembly.addText(std::move(line), moved(dimension.textPoint, widen(text.x), -0.5 * width), text,
                      textHeight);
 }
 

@@ -69,5 +69,5 @@ void PMICreateNote3D(std::vector<PMITextLine>& lines, double* target, double* te
     block->SetOuterBox(kEmptyBox);
     block->SetOuterBox(kEmptyBox);
     texts.handOver([&](const std::vector<Ank_Text*>& list) { block->SetTexts(list); });
-    handOver(*pmi, &Ank_PMI::AddComText, std::move(block));
+    give(std::move(block), [&](Ank_ComText* taken) { pmi->AddComText(taken); });
 }

@@ -30,8 +30,8 @@ void PMICreateParallelDim3D(int* kindCode, int* /*unused*/, Ank_CurveEntity* ref
     assembly.addLeader(line.start, middle);
     assembly.addLeader(line.end, middle);
     assembly.setLeadersIfAny();
-    const TextDirections text{plane.xAxis(), plane.yAxis()};
-    assembly.addText(lengthLine(distance(start, end)), textPoint, text.axes(), textHeight);
+    const TextAxes text{toDirection32(plane.xAxis()), toDirection32(plane.yAxis())};
+    assembly.addText(lengthLine(distance(start, end)), textPoint, text, textHeight);
     assembly.addExtensionLine(start, line.start);
     assembly.addExtensionLine(end, line.end);
     assembly.setExtensionLinesIfAny();

@@ -3,7 +3,6 @@
 #include <cmath>
 #include <optional>
 
-#include "kernel/triple.h"
 #include "kernel/vector.h"
 
 namespace dorvale {
@@ -54,17 +53,6 @@ std::optional<Triple> crossing(const Edge& edge1, const Edge& edge2) {
 double turn(const Triple& a, const Triple& b) { return a[0] * b[1] - a[1] * b[0]; }
 
 } // namespace
-
-int CMathGeolib::movPnt(int n, const double* direction, const double* from, double distance,
-                        double* out) {
-    store(n, along(load(n, from), load(n, direction), distance), out);
-    return 0;
-}
-
-int CMathGeolib::znpp00(int n, const double* p, const double* q, double* distance) {
-    *distance = lengthOf(difference(load(n, p), load(n, q)));
-    return 0;
-}
 
 int CMathGeolib::zhpl01(int nPoint, const double* p, int nLine, const double* a, const double* b,
                         double /*tolDist*/, double /*tolAng*/, double* foot, double* param,

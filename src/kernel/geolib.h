@@ -1,6 +1,8 @@
 // Distances, perpendiculars, intersections, and the geometry of an angle dimension.
 #pragma once
 
+#include "kernel/triple.h"
+
 namespace dorvale {
 
 /// Points are arrays of n doubles, n being 2 or 3. Each routine returns 0, or a non-zero status for
@@ -9,9 +11,17 @@ class CMathGeolib {
 public:
     /// out = from + distance * direction; `out` may be `from`.
     static int movPnt(int n, const double* direction, const double* from, double distance,
-                      double* out);
+                      double* out) {
+        store(n, along(load(n, from), load(n, direction), distance), out);
+        return 0;
+    }
+
     /// Distance of two points.
-    static int znpp00(int n, const double* p, const double* q, double* distance);
+    static int znpp00(int n, const double* p, const double* q, double* distance) {
+        *distance = lengthOf(difference(load(n, p), load(n, q)));
+        return 0;
+    }
+
     /// Perpendicular from a point to the infinite line through a and b: its foot, the foot's
     /// distance from a along the line, and the point's distance from the line.
     static int zhpl01(int nPoint, const double* p, int nLine, const double* a, const double* b,
