@@ -6,8 +6,7 @@
 ///  - A point or vector is 3 `double`, x, y, z, in model units; `double (*)[3]` is an array of
 ///    points. Directions need not be unit length.
 ///  - A view matrix is 16 `double`, row by row, for row vectors: p' = [x y z 1] * M. Its columns
-///  are
-///    the view's axes: elements 0, 4, 8 point to the right of the screen, 1, 5, 9 upwards and
+///    are the view's axes: elements 0, 4, 8 point to the right of the screen, 1, 5, 9 upwards and
 ///    2, 6, 10 towards the viewer; elements 12 to 14 are the translation. Where one may be null, a
 ///    null stands for a matrix of zeros, which turns nothing towards the viewer.
 ///  - A text height is the height of the value text in model units; one that is not positive counts
@@ -61,20 +60,19 @@ struct Envelope {
     std::uint32_t frameColour;
 };
 
-// -------------------------------------------------------------------------------------------------
-// Distances between two features that the host has already measured.
-//
-// `points` are six points P0 to P5 in model space, `textPoint` is the place of the value and the
-// common far end of both leaders. The annotation's plane is the model's own XY plane. Sets the
-// display and screen-parallel flags and the dimension 3, leaves the type alone. The last argument
-// is never read.
-//
-//                       value      leaders start at   extension lines
-//   PMICreateAxToAx     |P5 - P2|  P2, P5             P1 to P2, P4 to P5
-//   PMICreateCntToCnt   |P2 - P0|  P1, P3             P0 to P1, P2 to P3
-//   PMICreatePLNTOPLN   |P5 - P2|  P2, P5             middle of P0 P1 to P2, middle of P3 P4 to P5
-//   PMICreatePntToFace  |P5 - P2|  P2, P5             P1 to P2, P4 to P5
-// -------------------------------------------------------------------------------------------------
+/// @name Distances that the host has measured
+///
+/// `points` are six points P0 to P5 in model space, `textPoint` is the place of the value and the
+/// common far end of both leaders. The annotation's plane is the model's own XY plane. Sets the
+/// display and screen-parallel flags and the dimension 3, leaves the type alone. The last argument
+/// is never read.
+///
+///                         value      leaders start at   extension lines
+///     PMICreateAxToAx     |P5 - P2|  P2, P5             P1 to P2, P4 to P5
+///     PMICreateCntToCnt   |P2 - P0|  P1, P3             P0 to P1, P2 to P3
+///     PMICreatePLNTOPLN   |P5 - P2|  P2, P5             middle of P0 P1 to P2, of P3 P4 to P5
+///     PMICreatePntToFace  |P5 - P2|  P2, P5             P1 to P2, P4 to P5
+/// @{
 
 /// Distance of two axes.
 DORVALE_API void PMICreateAxToAx(double (*const points)[3], double* const textPoint,
@@ -95,12 +93,15 @@ DORVALE_API void PMICreatePntToFace(double (*const points)[3], double* const tex
 DORVALE_API void PMIUpdateDimesion(Ank_PMI* pmi, double* const p1, double* const p2,
                                    double* const p3, int* status);
 
-// -------------------------------------------------------------------------------------------------
-// Linear dimensions: the distance of two measured points A and B, drawn parallel to AB through the
-// placement point, with the value centred there. The value is the distance in the annotation's
-// plane. Sets the type 10 (the first clip form none), the display flag and the dimension 3; leaves
-// the screen-parallel flag alone.
-// -------------------------------------------------------------------------------------------------
+/// @}
+
+/// @name Linear dimensions
+///
+/// The distance of two measured points A and B, drawn parallel to AB through the
+/// placement point, with the value centred there. The value is the distance in the annotation's
+/// plane. Sets the type 10 (the first clip form none), the display flag and the dimension 3; leaves
+/// the screen-parallel flag alone.
+/// @{
 
 /// Distance of two parallel edges (`Ank_Line`). The last argument is never read.
 DORVALE_API void PMICreateLinDistDim3D(Ank_CurveEntity* edge1, Ank_CurveEntity* edge2,
@@ -131,6 +132,11 @@ DORVALE_API void PMICreateClipLinDotDim3D(double* normal, double* origin, double
                                           _ank_locate* locate, double textHeight, Ank_PMI* pmi,
                                           int* status, double* viewMatrix);
 
+/// @}
+
+/// @name Length of an edge
+/// @{
+
 /// Length of a straight edge, with a dimension line parallel to it through the placement point. The
 /// text takes the plane's own axes and is never turned. Sets the type 1, the display flag and the
 /// dimension 3; never writes the status.
@@ -142,9 +148,10 @@ DORVALE_API void PMICreateParallelDim3D(int* kindCode, int*, Ank_CurveEntity* re
                                         _ank_locate* locate, double textHeight, Ank_PMI* pmi,
                                         int* status, double* viewMatrix);
 
-// -------------------------------------------------------------------------------------------------
-// Circles
-// -------------------------------------------------------------------------------------------------
+/// @}
+
+/// @name Circles
+/// @{
 
 /// Length of a circular arc, with a concentric dimension arc through the placement point; or length
 /// of a straight edge. Sets the display and screen-parallel flags and the dimension 3, leaves the
@@ -176,10 +183,13 @@ DORVALE_API void PMICreateRadiusDim3D(int* kindCode, Ank_CurveEntity* circle, _a
                                       int*, double textHeight, Ank_PMI* pmi, int* status,
                                       double* viewMatrix);
 
-// -------------------------------------------------------------------------------------------------
-// Angles between two edges, in degrees, with an arc through the placement point. Both set the type
-// 2, the display and screen-parallel flags and the dimension 3.
-// -------------------------------------------------------------------------------------------------
+/// @}
+
+/// @name Angles
+///
+/// Angles between two edges, in degrees, with an arc through the placement point. Both set the type
+/// 2, the display and screen-parallel flags and the dimension 3.
+/// @{
 
 /// The angle on whose side the placement point lies. Parallel edges give 0 and an arc of radius 0.
 /// @param angleMode 1 shows a reflex angle as 360 degrees less it
@@ -201,9 +211,10 @@ DORVALE_API void PMICreateAngleDim3D(int* angleMode, int* flag1, int* flag2, _an
                                      double textHeight, Ank_PMI* pmi, int* status,
                                      double* viewMatrix);
 
-// -------------------------------------------------------------------------------------------------
-// Notes and frames
-// -------------------------------------------------------------------------------------------------
+/// @}
+
+/// @name Notes and frames
+/// @{
 
 /// A note of several lines that run downwards from the text point, with a leader from the target to
 /// it on request. Sets no plane, type, flag or status. The character width is left to the font (0).
@@ -219,9 +230,10 @@ DORVALE_API void PMICreateNote3D(std::vector<PMITextLine>& lines, double* target
 DORVALE_API void PMISetEnvelope(int mode, bool apply, bool stub, bool withEnvelope,
                                 Envelope& envelope, Ank_PMI* pmi);
 
-// -------------------------------------------------------------------------------------------------
-// Services
-// -------------------------------------------------------------------------------------------------
+/// @}
+
+/// @name Services
+/// @{
 
 /// Moves a placement point along its own viewing direction into a plane, and leaves it where that
 /// direction runs in the plane.
@@ -232,18 +244,18 @@ DORVALE_API int CnvViewLocate(_ank_locate* locate, double* const origin, double*
                               double* const yAxis, double* const tolerances, _ank_locate* located);
 /// The definition plane of an annotation: origin, and unit axes X and Y. Its normal X x Y is turned
 /// towards the viewer.
-/// @param kind what defines it: 2 two lines (the first gives the origin, the second lies in the
-/// plane
-///        together with the horizontal across it); 4 and 5 an arc; 6 and 11 two lines and their
+/// @param kind what defines it: 2 two lines (the first gives the origin; the second lies in the
+///        plane, as does the horizontal across it); 4 and 5 an arc; 6 and 11 two lines and their
 ///        crossing; 7 a line or an arc; any other gives the world's XY plane
 /// @param tolerances distance tolerance, then angular tolerance in radians
 /// @param viewMatrix 16 doubles, or null
 /// @return 0, or 900 when the two lines of kind 6 or 11 are parallel (the axes hold them; the
-/// origin
-///         is (0, 0, 0) then)
+///         origin is (0, 0, 0) then)
 DORVALE_API int PMI3DPlnDef(int kind, Ank_CurveEntity* first, Ank_CurveEntity* second, _ank_locate*,
                             double* const tolerances, double* const origin, double* const xAxis,
                             double* const yAxis, double* viewMatrix);
+
+/// @}
 
 /// Projection of curves between the model and a plane.
 class DORVALE_API CArithmeticOfPMI {
@@ -313,8 +325,7 @@ public:
                               bool useType);
     /// Appends a leader along an arc, without an arrow.
     /// @param normal 3 doubles or null. One whose components add up to 0 counts as absent; the
-    /// normal
-    ///        is then that of the three points, and is written back.
+    ///        normal is then that of the three points, and is written back.
     /// @return 0
     static int FillLeaderData(const ANK_PNT32& center, const ANK_PNT32& start, const ANK_PNT32& end,
                               const float& radius, std::vector<Ank_Leader*>& leaders,
