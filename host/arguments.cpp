@@ -47,6 +47,7 @@ std::vector<Vec3> Arguments::points(const std::string& name, std::size_t count) 
         list.fail("expected " + std::to_string(count) + " points of 3 numbers, got " +
                   std::to_string(items.size()));
     std::vector<Vec3> points;
+    points.reserve(count);
     for (const Value& item : items)
         points.push_back(scene_.readPoint(item));
     return points;

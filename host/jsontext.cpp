@@ -27,8 +27,7 @@ std::string scalarText(const ordered_json& value) {
     if (!value.is_number_float())
         return value.dump();
     char digits[32];
-    return std::string(digits,
-                       std::to_chars(digits, digits + sizeof digits, value.get<double>()).ptr);
+    return {digits, std::to_chars(digits, digits + sizeof digits, value.get<double>()).ptr};
 }
 
 std::string memberName(const ordered_json::const_iterator& item, bool isObject) {

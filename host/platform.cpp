@@ -41,7 +41,10 @@ std::string wrapped(const std::string& command) { return command; }
 
 #endif
 
-bool run(const std::string& command) { return std::system(wrapped(command).c_str()) == 0; }
+/// The program has one thread.
+bool run(const std::string& command) {
+    return std::system(wrapped(command).c_str()) == 0; // NOLINT(concurrency-mt-unsafe)
+}
 
 } // namespace
 

@@ -188,7 +188,7 @@ Value Object::at(const std::string& name) {
 
 void Object::refuseOthers() const {
     for (const auto& member : value_.json().items()) {
-        if (known_.count(member.key()) == 0)
+        if (!known_.contains(member.key()))
             value_.fail('"' + printable(member.key()) + "\" is not known here");
     }
 }

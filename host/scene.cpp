@@ -43,7 +43,7 @@ Scene::Scene(std::string_view text) : json_(parseJson(text)), view_(*standardVie
 std::size_t Scene::annotationCount() const { return json_.at("annotations").size(); }
 
 Value Scene::annotation(std::size_t index) const {
-    return Value(json_.at("annotations").at(index), "annotations[" + std::to_string(index) + ']');
+    return {json_.at("annotations").at(index), "annotations[" + std::to_string(index) + ']'};
 }
 
 void Scene::readPoints(const Value& value) {

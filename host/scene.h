@@ -63,7 +63,7 @@ public:
 
 private:
     void readEdges(const Value& list);
-    void readPoints(const Value& members);
+    void readPoints(const Value& value);
     Edge readEdgeMembers(Object& members) const;
 
     nlohmann::json json_;

@@ -70,6 +70,15 @@ std::string style(double scale) {
     return rules + "\n  ";
 }
 
+/// Pieces of an eighth of a turn at the most follow an ellipse to a few millionths of its size.
+int pieceCount(double sweep) {
+    constexpr int kMost = 8;
+    int pieces = 1;
+    while (pieces < kMost && pieces * (kFullTurn / kMost) < std::abs(sweep) - 1e-9)
+        ++pieces;
+    return pieces;
+}
+
 } // namespace
 
 std::string svgNumber(double value) {
@@ -134,15 +143,14 @@ void Path::moveTo(Vec2 p) { append('M', p); }
 void Path::lineTo(Vec2 p) { append('L', p); }
 
 void Path::arc(Vec2 centre, Vec2 x, Vec2 y, double start, double end) {
-    constexpr double kLongestPiece = kFullTurn / 8;
     const auto at = [&](double t) { return centre + std::cos(t) * x + std::sin(t) * y; };
     const auto along = [&](double t) { return std::cos(t) * y - std::sin(t) * x; };
     const double sweep = std::clamp(end - start, -kFullTurn, kFullTurn);
-    const double pieces = std::max(1.0, std::ceil(std::abs(sweep) / kLongestPiece - 1e-9));
+    const int pieces = pieceCount(sweep);
     const double step = sweep / pieces;
     const double handle = 4.0 / 3.0 * std::tan(step / 4);
     moveTo(at(start));
-    for (double piece = 0; piece < pieces; ++piece) {
+    for (int piece = 0; piece < pieces; ++piece) {
         const double from = start + piece * step;
         const double to = from + step;
         append('C', at(from) + handle * along(from));

@@ -73,11 +73,12 @@ void appendUtf8(std::string& text, char32_t code) {
 
 /// Joins the surrogate pair that starts at `position`, if characters come in pairs and one does.
 std::optional<char32_t> readPair(std::wstring_view text, std::size_t position) {
-    const auto high = static_cast<char32_t>(text[position]);
-    if (sizeof(wchar_t) != 2 || high < 0xD800 || high > 0xDBFF || position + 1 == text.size())
+    if (sizeof(wchar_t) != 2 || position + 1 == text.size())
         return std::nullopt;
+    const auto high = static_cast<char32_t>(text[position]);
     const auto low = static_cast<char32_t>(text[position + 1]);
-    if (low < 0xDC00 || low > 0xDFFF)
+    const bool isPair = high >= 0xD800 && high <= 0xDBFF && low >= 0xDC00 && low <= 0xDFFF;
+    if (!isPair)
         return std::nullopt;
     return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);
 }
