@@ -15,7 +15,7 @@ using testing::PrintToString;
 /// Takes every element that a builder makes, so that all of it can be read and nothing leaks.
 class BuilderTest : public testing::Test {
 protected:
-    ~BuilderTest() override { own(); }
+    void TearDown() override { own(); }
 
     /// The record of all that has been built.
     std::string built() {

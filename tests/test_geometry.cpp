@@ -221,7 +221,7 @@ TEST(Placement, SlidesAlongTheViewIntoThePlane) {
         // Room for the point alone.
         const std::unique_ptr<double[]> located(new double[3]);
         EXPECT_EQ(CnvViewLocate(&place, origin.data(), x.data(), y.data(), kTolerances,
-                                reinterpret_cast<_ank_locate*>(located.get())),
+                                static_cast<_ank_locate*>(static_cast<void*>(located.get()))),
                   0);
         const Vec at(located.get());
         const double slant = std::abs(dot(viewer.axes[2], plane.axes[2]));
@@ -276,10 +276,9 @@ TEST(Projection, ArcGoesIntoItsPlaneAndBack) {
         ExpectVec3Near(flatArc.GetNormal(), {0, 0, eitherWay ? -1.0 : 1.0}, 1e-3);
         ExpectVec3Near(Vec(&matrix[8]), frame.axes[2], 1e-6);
 
-        std::vector<ANK_PNT32> points;
-        for (const Vec& p : inPlane) {
-            points.push_back(p.point32());
-        }
+        std::vector<ANK_PNT32> points(inPlane.size());
+        std::transform(inPlane.begin(), inPlane.end(), points.begin(),
+                       [](const Vec& p) { return p.point32(); });
         std::vector<ANK_PNT32> back(1);
         EXPECT_EQ(CArithmeticOfPMI::Project2DTo3D(points, matrix, back), 3);
         ASSERT_EQ(back.size(), 4U);

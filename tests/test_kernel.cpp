@@ -243,7 +243,7 @@ struct AngleEdge {
     Vec direction;
     double from;
     double to;
-    double points[2][3];
+    double points[2][3]{};
 
     AngleEdge(const Vec& center, Random& random)
         : vertex(center), from(random.number(-60.0, 60.0)), to(from + random.number(5.0, 60.0)) {

@@ -35,7 +35,7 @@ template <typename Call> std::string taken(const Call& call) {
 
 std::string lengthText(double value) {
     int length = -1;
-    const std::string shown =
+    std::string shown =
         taken([&](char** text) { return CDimSymUitity::ValToStr(value, &length, text); });
     EXPECT_EQ(length, value < 0.0 ? -1 : static_cast<int>(shown.size()));
     return shown;
