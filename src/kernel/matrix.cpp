@@ -22,6 +22,11 @@ void transform(int dimIn, int count, int dimOut, const double* in, const double 
     }
 }
 
+void setRow(double* row, const Triple& v, double w) {
+    store(3, v, row);
+    row[3] = w;
+}
+
 /// The 2 x 2 determinants of two rows, by columns: 01, 02, 03, 12, 13, 23.
 using Minors = std::array<double, 6>;
 
@@ -36,16 +41,18 @@ double determinant(const Minors& s, const Minors& c) {
 }
 
 double largestOf(const double* row) {
-    return std::max({std::abs(row[0]), std::abs(row[1]), std::abs(row[2]), std::abs(row[3])});
+    return std::max(std::max(std::abs(row[0]), std::abs(row[1])),
+                    std::max(std::abs(row[2]), std::abs(row[3])));
 }
 
-/// One row of the adjugate's upper or lower half: the cofactors that a row of the other half makes
-/// with the minors of the opposite two rows.
-std::array<double, 4> cofactors(const double* row, const Minors& m) {
-    return {row[1] * m[5] - row[2] * m[4] + row[3] * m[3],
-            -row[0] * m[5] + row[2] * m[2] - row[3] * m[1],
-            row[0] * m[4] - row[1] * m[2] + row[3] * m[0],
-            -row[0] * m[3] + row[1] * m[1] - row[2] * m[0]};
+/// The cofactors that a row makes with the minors of the opposite two rows, as a column of the
+/// inverse.
+void setColumn(double (*inverse)[4], int column, const double* row, const Minors& m,
+               double factor) {
+    inverse[0][column] = (row[1] * m[5] - row[2] * m[4] + row[3] * m[3]) * factor;
+    inverse[1][column] = (row[2] * m[2] - row[0] * m[5] - row[3] * m[1]) * factor;
+    inverse[2][column] = (row[0] * m[4] - row[1] * m[2] + row[3] * m[0]) * factor;
+    inverse[3][column] = (row[1] * m[1] - row[0] * m[3] - row[2] * m[0]) * factor;
 }
 
 } // namespace
@@ -65,21 +72,17 @@ int CMathTransform::zfvt00(int dimIn, int count, int dimOut, const double* in, c
 int CMathTransform::zfmx03(const double* origin, const double* zAxis, const double* xAxis,
                            double (*toLocal)[4], double (*toModel)[4]) {
     const Triple o = load(3, origin);
-    const Triple z = load(3, zAxis);
     const Triple x = load(3, xAxis);
-    const std::array<Triple, 3> axes{x, crossOf(z, x), z};
-    for (std::size_t i = 0; i < 3; ++i) {
-        for (std::size_t j = 0; j < 3; ++j) {
-            toModel[i][j] = axes[i][j];
-            toLocal[j][i] = axes[i][j];
-        }
-        toModel[3][i] = o[i];
-        toLocal[3][i] = -dotOf(o, axes[i]);
-        toModel[i][3] = 0.0;
-        toLocal[i][3] = 0.0;
-    }
-    toModel[3][3] = 1.0;
-    toLocal[3][3] = 1.0;
+    const Triple z = load(3, zAxis);
+    const Triple y = crossOf(z, x);
+    setRow(toModel[0], x, 0.0);
+    setRow(toModel[1], y, 0.0);
+    setRow(toModel[2], z, 0.0);
+    setRow(toModel[3], o, 1.0);
+    setRow(toLocal[0], {x[0], y[0], z[0]}, 0.0);
+    setRow(toLocal[1], {x[1], y[1], z[1]}, 0.0);
+    setRow(toLocal[2], {x[2], y[2], z[2]}, 0.0);
+    setRow(toLocal[3], {-dotOf(o, x), -dotOf(o, y), -dotOf(o, z)}, 1.0);
     return 0;
 }
 
@@ -94,15 +97,14 @@ int CMathMatrix::zqmx13(const double (*m)[4], double (*inverse)[4]) {
     if (!(std::abs(det) > kSingular * scale)) {
         return 1;
     }
-    // Column j of the inverse is row j's cofactors over the determinant, with alternating signs.
-    const std::array<std::array<double, 4>, 4> columns{
-        cofactors(m[1], lower), cofactors(m[0], lower), cofactors(m[3], upper),
-        cofactors(m[2], upper)};
     const double factor = 1.0 / det;
-    for (std::size_t i = 0; i < 4; ++i) {
-        for (std::size_t j = 0; j < 4; ++j) {
-            inverse[i][j] = columns[j][i] * (j % 2 == 0 ? factor : -factor);
-        }
+    double result[4][4];
+    setColumn(result, 0, m[1], lower, factor);
+    setColumn(result, 1, m[0], lower, -factor);
+    setColumn(result, 2, m[3], upper, factor);
+    setColumn(result, 3, m[2], upper, -factor);
+    for (int i = 0; i < 4; ++i) {
+        std::copy_n(result[i], 4, inverse[i]);
     }
     return 0;
 }
