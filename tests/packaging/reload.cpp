@@ -1,5 +1,4 @@
 // Loads, uses and unloads the library again and again in one process, as a host with plug-ins does.
-#include <cstdlib>
 #include <memory>
 #include <string>
 
@@ -75,11 +74,11 @@ std::wstring useLibrary(Handle library) {
 }
 
 TEST(Reload, AHundredTimesLeavesNothingBehind) {
-    const std::string path = std::getenv("DORVALE");
+    const std::string path = DORVALE_LIBRARY;
     std::size_t heap = 0;
     unsigned long handles = 0;
     for (int round = 0; round < 100; ++round) {
-        const Handle library = load(path);
+        Handle library = load(path);
         ASSERT_NE(library, nullptr) << path;
         EXPECT_EQ(useLibrary(library), L"80.00");
         unload(library);
