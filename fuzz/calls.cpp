@@ -1,8 +1,6 @@
 // Any entry point or builder, with any arguments.
 #include "robustness/calls.h"
 
-#include <limits>
-
 #include "target.h"
 
 using namespace dorvale::test;
@@ -14,29 +12,11 @@ constexpr std::size_t kMostCalls = 4;
 constexpr std::size_t kReadOneIn = 8;
 constexpr std::size_t kMostPoints = 1001;
 
-using Double = std::numeric_limits<double>;
-constexpr double kSpecial[] = {Double::quiet_NaN(),
-                               Double::infinity(),
-                               -Double::infinity(),
-                               1e308,
-                               -1e308,
-                               1e39,
-                               1e19,
-                               Double::denorm_min(),
-                               Double::min(),
-                               -0.0,
-                               1e-46,
-                               1e-11,
-                               1e-5,
-                               2147483648.0,
-                               0.1,
-                               3.36};
-
-/// A special value, any bits, or a multiple of a quarter.
+/// A hostile number, any bits, or a multiple of a quarter.
 double readNumber(Input& input) {
-    const std::uint8_t kind = input.byte();
-    if (kind < std::size(kSpecial)) {
-        return kSpecial[kind];
+    const auto kind = input.take<std::uint8_t>();
+    if (kind < hostileNumbers().size()) {
+        return hostileNumbers()[kind];
     }
     return kind == 255 ? input.take<double>() : input.take<std::int16_t>() * 0.25;
 }
@@ -44,8 +24,8 @@ double readNumber(Input& input) {
 /// The record that an input asks for: a base, and what differs from it.
 Record readRecord(std::size_t base, Input& input) {
     Record record = records()[base % records().size()];
-    for (int edits = input.byte(); edits > 0 && !input.empty(); --edits) {
-        const std::size_t place = input.byte();
+    for (int edits = input.take<std::uint8_t>(); edits > 0 && !input.empty(); --edits) {
+        const std::size_t place = input.take<std::uint8_t>();
         if (place < kNumbers) {
             record.setNumber(place, readNumber(input));
         } else if (place < kNumbers + kIntegers) {
@@ -53,7 +33,8 @@ Record readRecord(std::size_t base, Input& input) {
         } else if (place < 200) {
             record.setInteger(place % kIntegers, input.take<int>());
         } else {
-            record.line = std::wstring(place - 200, static_cast<wchar_t>(input.byte()));
+            record.line =
+                std::wstring(place - 200, static_cast<wchar_t>(input.take<std::uint8_t>()));
         }
     }
     return record;
@@ -63,10 +44,10 @@ Record readRecord(std::size_t base, Input& input) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Input input(data, size);
-    const std::size_t choice = input.byte();
+    const std::size_t choice = input.take<std::uint8_t>();
     Arguments arguments(readRecord(choice / kReadOneIn, input));
     for (std::size_t i = 0; i < kMostCalls && (i == 0 || !input.empty()); ++i) {
-        const Call& call = calls()[input.byte() % calls().size()];
+        const Call& call = calls()[input.take<std::uint8_t>() % calls().size()];
         call.prepare(arguments);
         call.run(arguments);
         require(arguments.pointsOut.size() <= kMostPoints * (i + 1));

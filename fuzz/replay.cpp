@@ -1,7 +1,7 @@
 // Replays files, and the files of directories, through a fuzz target.
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <iterator>
 #include <vector>
 
@@ -20,8 +20,8 @@ int replay(const fs::path& path) {
         return count;
     }
     std::ifstream file(path, std::ios::binary);
-    const std::vector<char> bytes(std::istreambuf_iterator<char>(file), {});
-    LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+    const std::vector<std::uint8_t> bytes(std::istreambuf_iterator<char>(file), {});
+    LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
     return 1;
 }
 
@@ -33,6 +33,6 @@ int main(int argc, char** argv) {
         // libFuzzer's own options say nothing here.
         count += argv[i][0] == '-' ? 0 : replay(argv[i]);
     }
-    std::printf("%d inputs replayed\n", count);
+    std::cout << count << " inputs replayed\n";
     return count > 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }

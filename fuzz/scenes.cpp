@@ -4,9 +4,9 @@
 #include "target.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    const std::string text(data, data + size);
     try {
-        require(host::dumpScene(text) == host::dumpScene(text));
+        require(!host::dumpScene(text).empty());
         require(!host::drawScene(text).empty());
     } catch (const host::SceneError& error) {
         require(std::string_view(error.what()).find('\n') == std::string_view::npos);

@@ -2,31 +2,30 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
-#include <string_view>
+#include <span>
 
 /// Reads the input's numbers; zeros past its end.
 class Input {
 public:
-    Input(const std::uint8_t* data, std::size_t size)
-        : rest_(reinterpret_cast<const char*>(data), size) {}
+    Input(const std::uint8_t* data, std::size_t size) : rest_(data, size) {}
 
     bool empty() const { return rest_.empty(); }
 
     template <typename T> T take() {
-        T value{};
-        const std::size_t count = std::min(sizeof value, rest_.size());
-        std::memcpy(&value, rest_.data(), count);
-        rest_.remove_prefix(count);
-        return value;
+        std::array<std::uint8_t, sizeof(T)> bytes{};
+        const std::size_t count = std::min(bytes.size(), rest_.size());
+        std::copy_n(rest_.begin(), count, bytes.begin());
+        rest_ = rest_.subspan(count);
+        return std::bit_cast<T>(bytes);
     }
-    std::uint8_t byte() { return take<std::uint8_t>(); }
 
 private:
-    std::string_view rest_;
+    std::span<const std::uint8_t> rest_;
 };
 
 /// Ends the run where a promise is not kept.
@@ -36,4 +35,5 @@ inline void require(bool kept) {
     }
 }
 
+// NOLINTNEXTLINE(readability-identifier-naming)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

@@ -115,12 +115,12 @@ void checkParts(double value, int number, int denominator, int noBlank) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Input input(data, size);
-    const double value = input.take<double>();
-    const int number = input.take<int>();
-    const int denominator = input.take<int>();
+    const auto value = input.take<double>();
+    const auto number = input.take<int>();
+    const auto denominator = input.take<int>();
     int format[6] = {};
     for (int& choice : format) {
-        choice = input.take<std::int8_t>();
+        choice = input.take<std::uint8_t>() - 128;
     }
     checkLength(value);
     checkAngle(value);

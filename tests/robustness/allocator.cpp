@@ -53,7 +53,7 @@ void* takeOrThrow(std::size_t size, std::size_t alignment = alignof(std::max_ali
 
 void give(void* block) noexcept {
     allocator().live -= block == nullptr ? 0 : 1;
-    std::free(block);
+    std::free(block); // NOLINT(cppcoreguidelines-no-malloc): that is what it is made of
 }
 
 } // namespace

@@ -1,7 +1,9 @@
 #include "calls.h"
 
 #include <algorithm>
-#include <cstring>
+#include <array>
+#include <bit>
+#include <limits>
 
 #include "kernel/tesscircle.h"
 #include "support/annotation.h"
@@ -35,9 +37,11 @@ private:
 };
 
 // One line a call: what is called, with which of the arguments `a`.
+// NOLINTBEGIN(cppcoreguidelines-macro-usage)
 #define RUN(expression) [](Arguments& a) { expression; }
 #define CALL(function, arguments)                                                                  \
     { #function, RUN(function arguments) }
+// NOLINTEND(cppcoreguidelines-macro-usage)
 
 void note(Arguments& a) {
     PMICreateNote3D(a.noteLines, a.place, a.text, 0, a.flag(0), std::move(a.extraLine), a.height,
@@ -158,50 +162,97 @@ template <typename T> std::span<const T> all(const std::vector<T>& values) { ret
 template <typename C> std::span<const C> all(const std::basic_string<C>& text) { return text; }
 template <typename T> std::span<const T> all(const T& value) { return {&value, 1}; }
 
-template <typename... T> void addBits(std::string& bits, const T&... values) {
+template <typename... T> void addBits(Bits& bits, const T&... values) {
     const auto add = [&bits](std::span<const std::byte> bytes) {
-        bits.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+        bits.insert(bits.end(), bytes.begin(), bytes.end());
     };
     (add(std::as_bytes(all(values))), ...);
+}
+
+/// Replaces one element of a record that holds nothing but such.
+template <typename T, typename Element> void replace(T& record, std::size_t i, Element to) {
+    auto elements = std::bit_cast<std::array<Element, sizeof record / sizeof to>>(record);
+    elements.at(i) = to;
+    record = std::bit_cast<T>(elements);
+}
+
+Record parallelEdges() {
+    Record record;
+    auto& [line, parallel] = record.lineEnds;
+    for (int end = 0; end < 2; ++end) {
+        std::copy_n(line[end], 3, parallel[end]);
+        parallel[end][1] += 45.0;
+    }
+    record.curves[0] = 2;
+    record.curveType = ANK_CURVE_LINE;
+    return record;
+}
+
+/// The placement and the arc elsewhere; a major arc, without a view.
+Record placedAt(double x, double y, double centerX, bool major) {
+    Record record;
+    record.place[0] = x;
+    record.place[1] = y;
+    record.center[0] = record.arcEnds[1][0] = centerX;
+    record.arcEnds[0][0] = centerX + 30.0;
+    if (major) {
+        std::swap(record.arcEnds[0], record.arcEnds[1]);
+    }
+    record.noView = major ? 1 : 0;
+    record.mode = major ? 0 : 1;
+    record.pointsFrom = 4;
+    return record;
+}
+
+Record allZeros() {
+    Record record;
+    for (std::size_t i = 0; i < kNumbers; ++i) {
+        record.setNumber(i, 0.0);
+    }
+    return record;
 }
 
 } // namespace
 
 std::span<const Call> calls() { return kCalls; }
 
-std::string resultOf(const Call& call, const Record& record) {
+Bits resultOf(const Call& call, const Record& record) {
     Arguments arguments(record);
     call.prepare(arguments);
     call.run(arguments);
     return arguments.read();
 }
 
-void Record::setNumber(std::size_t i, double to) {
-    auto* const numbers = reinterpret_cast<char*>(static_cast<Numbers*>(this));
-    std::memcpy(numbers + i * sizeof to, &to, sizeof to);
-}
-
-void Record::setInteger(std::size_t i, int to) {
-    auto* const integers = reinterpret_cast<char*>(static_cast<Integers*>(this));
-    std::memcpy(integers + i * sizeof to, &to, sizeof to);
-}
+void Record::setNumber(std::size_t i, double to) { replace<Numbers>(*this, i, to); }
+void Record::setInteger(std::size_t i, int to) { replace<Integers>(*this, i, to); }
 
 std::span<const Record> records() {
-    static const std::vector<Record> all = [] {
-        std::vector<Record> made(3);
-        auto& [line, parallel] = made[1].lineEnds;
-        for (int end = 0; end < 2; ++end) {
-            std::copy_n(line[end], 3, parallel[end]);
-            parallel[end][1] += 45.0;
-        }
-        made[1].curves[0] = 2;
-        made[1].curveType = ANK_CURVE_LINE;
-        for (std::size_t i = 0; i < kNumbers; ++i) {
-            made[2].setNumber(i, 0.0);
-        }
-        return made;
-    }();
+    static const std::vector<Record> all = {Record(), parallelEdges(),
+                                            placedAt(4.0, 2.0, 5.0, false),
+                                            placedAt(300.0, 150.0, 50.0, true), allZeros()};
     return all;
+}
+
+std::span<const double> hostileNumbers() {
+    using Double = std::numeric_limits<double>;
+    static constexpr double numbers[] = {Double::quiet_NaN(),
+                                         Double::infinity(),
+                                         1e308,
+                                         Double::min(),
+                                         Double::denorm_min(),
+                                         0.0,
+                                         2147483648.0,
+                                         1e39,
+                                         1e-46,
+                                         1e-11,
+                                         1.0,
+                                         -Double::quiet_NaN(),
+                                         -Double::infinity(),
+                                         -1e308,
+                                         -Double::denorm_min(),
+                                         -0.0,
+                                         -1.0};
+    return numbers;
 }
 
 Arguments::Arguments(const Record& record)
@@ -251,9 +302,9 @@ void Arguments::gather() {
     }
 }
 
-std::string Arguments::read() {
+Bits Arguments::read() {
     gather();
-    std::string bits;
+    Bits bits;
     for (const Annotation& part : {test::read(pmi), test::read(built), test::read(lines[1])}) {
         for (const Field& field : part.fields) {
             addBits(bits, field.name, field.text, field.numbers);
@@ -261,7 +312,8 @@ std::string Arguments::read() {
     }
     addBits(bits, code, status, count, result, specialLines, buffer, normal, text, place);
     addBits(bits, places, directions, frameColours, locate, pointsOut, starts, ends, counts);
-    return bits + (textOut ? textOut.get() : "");
+    addBits(bits, std::string(textOut ? textOut.get() : ""));
+    return bits;
 }
 
 } // namespace dorvale::test

@@ -1,6 +1,7 @@
 // Every entry point and builder in one table, each called with arguments from one plain record.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <span>
 #include <string>
@@ -9,6 +10,8 @@
 #include <dorvale/dorvale.h>
 
 namespace dorvale::test {
+
+using Bits = std::vector<std::byte>;
 
 /// Every number that a call is given: a small part, its placement and the view.
 struct Numbers {
@@ -57,8 +60,12 @@ struct Record : Numbers, Integers {
     void setInteger(std::size_t i, int to);
 };
 
-/// A plain record, one with parallel edges, and one of zeros.
+/// A plain record, parallel edges, a placement near the vertex, one far out, and
+/// zeros.
 std::span<const Record> records();
+
+/// What no host means to send.
+std::span<const double> hostileNumbers();
 
 /// The caller's side of a call: all that is handed over and handed back.
 struct Arguments : Record {
@@ -74,7 +81,7 @@ struct Arguments : Record {
     /// Puts the elements that builders made into an annotation of their own.
     void gather();
     /// Everything that the caller can read, to the last bit.
-    std::string read();
+    Bits read();
 
     Ank_Line lines[2];
     Ank_Ellipse arc;
@@ -88,8 +95,8 @@ struct Arguments : Record {
     std::wstring extraLine;
     Envelope envelope;
     unsigned long frameColours[2];
-    _ank_locate locate;
-    _ank_element elements[2];
+    _ank_locate locate{};
+    _ank_element elements[2]{};
 
     Ank_PMI pmi;
     int code = -7;
@@ -112,8 +119,8 @@ struct Arguments : Record {
 };
 
 struct Call {
-    const char* name;
-    void (*run)(Arguments&);
+    const char* name = nullptr;
+    void (*run)(Arguments&) = nullptr;
     /// The code that it returns out of memory; 0 where it throws `std::bad_alloc`.
     int noMemory = 0;
     /// Fills the annotation that the call works on.
@@ -122,6 +129,6 @@ struct Call {
 std::span<const Call> calls();
 
 /// What a call with arguments of its own gives.
-std::string resultOf(const Call& call, const Record& record);
+Bits resultOf(const Call& call, const Record& record);
 
 } // namespace dorvale::test

@@ -12,25 +12,6 @@ namespace dorvale::test {
 
 namespace {
 
-using Double = std::numeric_limits<double>;
-using Float = std::numeric_limits<float>;
-
-constexpr double kHostile[] = {Double::quiet_NaN(),
-                               Double::infinity(),
-                               -Double::infinity(),
-                               1e308,
-                               -1e308,
-                               Double::min(),
-                               Double::denorm_min(),
-                               -Double::denorm_min(),
-                               0.0,
-                               -0.0,
-                               Float::max(),
-                               1e39,
-                               -1e-46,
-                               2147483648.0,
-                               -1.0,
-                               1e-11};
 constexpr int kHostileIntegers[] = {INT_MIN, -9, -1, 0, 1, 2, 3, 4, 5, 6, 7, 10, 11, INT_MAX};
 
 /// Far more than the largest tessellation takes.
@@ -52,7 +33,7 @@ class HostileNumbers : public testing::TestWithParam<Call> {};
 
 TEST_P(HostileNumbers, OneAtATime) {
     for (std::size_t i = 0; i < kNumbers; ++i) {
-        for (const double hostile : kHostile) {
+        for (const double hostile : hostileNumbers()) {
             SCOPED_TRACE(testing::Message() << "number " << i << " is " << hostile);
             Record record;
             record.setNumber(i, hostile);
@@ -78,7 +59,7 @@ TEST_P(HostileNumbers, Mixed) {
         const std::size_t oneIn = 1 + below(16);
         for (std::size_t i = 0; i < kNumbers; ++i) {
             if (below(oneIn) == 0) {
-                record.setNumber(i, kHostile[below(std::size(kHostile))]);
+                record.setNumber(i, hostileNumbers()[below(hostileNumbers().size())]);
             }
         }
         record.setInteger(below(kIntegers), kHostileIntegers[below(std::size(kHostileIntegers))]);

@@ -1,5 +1,5 @@
 // Every allocation of every entry point and builder fails in turn.
-#include <cstdio>
+#include <iostream>
 #include <new>
 
 #include <gtest/gtest.h>
@@ -50,13 +50,20 @@ bool failsInOrder(const Call& call, const Record& record, std::size_t k, bool fo
     return outcome.failed > 0;
 }
 
+TEST(Allocator, ServesTheLibraries) {
+    const std::size_t before = allocator().bytes;
+    Ank_Text().SetText(std::wstring(100, L' '));
+    Ank_PolyLine().SetPoints(std::vector<ANK_PNT32>(100));
+    EXPECT_GE(allocator().bytes - before, 2 * 100 * sizeof(ANK_PNT32) + 100 * sizeof(wchar_t));
+}
+
 class OutOfMemory : public testing::TestWithParam<Call> {};
 
 TEST_P(OutOfMemory, IsReportedAndLeavesEverythingSound) {
     const Call& call = GetParam();
     std::size_t failures = 0;
     for (const Record& record : records()) {
-        const std::string result = resultOf(call, record);
+        const Bits result = resultOf(call, record);
         for (const bool forGood : {false, true}) {
             for (std::size_t k = 0;; ++k) {
                 SCOPED_TRACE("allocation " + std::to_string(k));
@@ -72,7 +79,7 @@ TEST_P(OutOfMemory, IsReportedAndLeavesEverythingSound) {
         }
     }
     RecordProperty("allocationsFailed", std::to_string(failures));
-    std::printf("%s: %zu allocations failed\n", call.name, failures);
+    std::cout << call.name << ": " << failures << " allocations failed\n";
 }
 
 INSTANTIATE_TEST_SUITE_P(Every, OutOfMemory, testing::ValuesIn(calls().begin(), calls().end()),

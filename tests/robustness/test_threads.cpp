@@ -14,8 +14,8 @@ constexpr std::size_t kThreads = 8;
 constexpr std::size_t kRounds = 20;
 
 /// Every call's result on a record, in order from call `first` on, and around.
-std::vector<std::string> resultsFrom(std::size_t first, const Record& record) {
-    std::vector<std::string> results(calls().size());
+std::vector<Bits> resultsFrom(std::size_t first, const Record& record) {
+    std::vector<Bits> results(calls().size());
     for (std::size_t i = 0; i < results.size(); ++i) {
         const std::size_t at = (first + i) % results.size();
         results[at] = resultOf(calls()[at], record);
@@ -24,7 +24,7 @@ std::vector<std::string> resultsFrom(std::size_t first, const Record& record) {
 }
 
 TEST(Threads, BuildWhatOneThreadBuilds) {
-    std::vector<std::vector<std::string>> expected;
+    std::vector<std::vector<Bits>> expected;
     for (const Record& record : records()) {
         expected.push_back(resultsFrom(0, record));
     }
