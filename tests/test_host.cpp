@@ -1,0 +1,124 @@
+// Scenes that cannot be drawn, and how the viewer says so.
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "host/draw.h"
+#include "host/dump.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string annotated(const std::string& call) { return R"({"annotations": [{)" + call + "}]}"; }
+std::string distance(const std::string& rest) {
+    return annotated(R"("call": "PMICreateCntToCnt", "text": [0,0,0], )" + rest);
+}
+std::string edge(const std::string& rest) {
+    return R"({"annotations": [], "edges": [{"id": "a", "type": "line", "start": [0,0,0], )" +
+           rest + "]}";
+}
+
+struct BadScene {
+    std::string scene;
+    std::string message;
+};
+
+TEST(BadScene, IsRefusedInOneLine) {
+    const std::string points = R"("points": [[0,0,0],[0,0,0],[0,0,0],[0,0,0],[0,0,0])";
+    const BadScene cases[] = {
+        {"", "line 1, column 1: not JSON: unexpected end of input"},
+        {"{\"annotations\":\n [", "line 2, column 3: not JSON: unexpected end of input"},
+        {R"({"annotations": []} x)", "line 1, column 21: not JSON"},
+        {"[]", "expected an object, got a list"},
+        {"{}", "\"annotations\" is missing"},
+        {R"({"annotations": {}})", "annotations: expected a list, got an object"},
+        {R"({"annotations": [7]})", "annotations[0]: expected an object, got a number"},
+        {"{\"annotations\": [], \"title\": \"\xff\"}", "line 1, column 31: not UTF-8"},
+        {"{\"annotations\": [], \"title\": \"\xe2\x82", "not UTF-8"},
+        {R"({"annotations": [], "title": "\ud800"})", "not JSON: invalid string"},
+        {"{\"annotations\": " + std::string(100000, '['), "nested more than 64 levels deep"},
+        {R"({"annotations": [], "view": "left"})", "view: expected front, top, right, iso or 16"},
+        {R"({"annotations": [], "view": [1,0,0]})", "view: expected front, top, right, iso or 16"},
+        {R"({"annotations": [], "titel": ""})", "\"titel\" is not known here"},
+        {edge(R"("end": [1,0]})"), "edges[0].end: expected 3 numbers, got 2"},
+        {edge(R"("end": "nowhere"})"), "edges[0].end: there is no point of this name"},
+        {edge(R"("end": [1,0,1e10]})"), "edges[0].end[2]: expected a number of at most 1e9"},
+        {edge(R"("end": [1,0,1e999]})"), "a number is too large"},
+        {edge(R"("end": [1,0,0]}, {"id": "a", "type": "line", "start": [0,0,0], "end": [1,0,0]})"),
+         "edges[1]: another edge has the same id"},
+        {annotated(R"("call": "PMICreateNothing")"), "annotations[0].call: there is no such call"},
+        {distance(points + R"(], "height": 5)"),
+         "annotations[0].points: expected 6 points of 3 numbers, got 5"},
+        {distance(points + ",[0,0,0]]"), "annotations[0]: \"height\" is missing"},
+        {distance(points + R"(,[0,0,0]], "height": 5, "status": 1.5)"),
+         "annotations[0].status: expected a whole number"},
+        {distance(points + R"(,[0,0,0]], "height": 5, "status": 3000000000)"),
+         "annotations[0].status: expected a whole number of 32 bits"},
+        {annotated(R"("call": "PMICreateRadiusDim3D", "circle": "rim")"),
+         "annotations[0].circle: there is no edge of this id"},
+        {annotated(R"("calls": [{"call": "PMICreateRadiusDim3D", "circle":
+                      {"type": "line", "start": [0,0,0], "end": [1,0,0]}}])"),
+         "annotations[0].calls[0].circle: expected an arc, got a line"},
+        {annotated(R"("call": "FillEnvelope", "backgroundColour": "#12345g")"),
+         "annotations[0].backgroundColour: expected a colour"}};
+    for (const BadScene& bad : cases) {
+        for (const bool drawn : {false, true}) {
+            try {
+                drawn ? host::drawScene(bad.scene) : host::dumpScene(bad.scene);
+                ADD_FAILURE() << "accepted: " << bad.scene;
+            } catch (const host::SceneError& error) {
+                const std::string message = error.what();
+                EXPECT_NE(message.find(bad.message), std::string::npos)
+                    << message << "\nfor " << bad.message;
+                EXPECT_EQ(message.find('\n'), std::string::npos) << message;
+            }
+        }
+    }
+}
+
+// A shell of Windows takes the paths of this build for switches.
+#ifndef _WIN32
+
+std::string contentOf(const fs::path& path) {
+    std::ostringstream content;
+    content << std::ifstream(path, std::ios::binary).rdbuf();
+    return content.str();
+}
+
+TEST(Program, LeavesTheOutputAloneWhereTheSceneIsBad) {
+    const fs::path directory = fs::path(DORVALE_DRAWN) / "program";
+    const std::string scene = (directory / "scene.json").string();
+    const std::string output = (directory / "output").string();
+    const std::string errors = (directory / "errors").string();
+    fs::create_directories(directory);
+    std::ofstream(output) << "as it was";
+    const auto exitCode = [&](const std::string& arguments) {
+        const std::string command = std::string(PMI_HOST) + " " + arguments + " 2> " + errors;
+        const int status = std::system(command.c_str()); // NOLINT(concurrency-mt-unsafe)
+        return status / 256;
+    };
+    for (const std::string command : {"draw ", "dump "}) {
+        std::ofstream(scene) << R"({"annotations": [7]})";
+        EXPECT_EQ(exitCode(command + scene + " -o " + output), 2);
+        EXPECT_EQ(contentOf(errors),
+                  scene + ": annotations[0]: expected an object, got a number\n");
+        fs::remove(scene);
+        EXPECT_EQ(exitCode(command + scene + " -o " + output), 2);
+        EXPECT_EQ(contentOf(errors).find(scene), 0U);
+    }
+    EXPECT_EQ(exitCode("dream " + scene), 2);
+    EXPECT_EQ(contentOf(output), "as it was");
+    std::ofstream(scene) << R"({"annotations": []})";
+    EXPECT_EQ(exitCode("draw " + scene + " -o " + output), 0);
+    EXPECT_EQ(contentOf(errors), "");
+    EXPECT_NE(contentOf(output).find("<svg"), std::string::npos);
+}
+
+#endif
+
+} // namespace
