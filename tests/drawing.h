@@ -1,4 +1,4 @@
-// A finished annotation as it stands in the model, and the stage it is built on.
+// A finished annotation as it stands in the model, and the stage that it is built on.
 #pragma once
 
 #include <algorithm>
@@ -23,7 +23,6 @@ struct Stroke {
     Vec to;
 };
 
-/// A leader with its terminator.
 struct DrawnLeader : Stroke {
     bool isArc = false;
     Vec centre;
@@ -37,76 +36,87 @@ struct DrawnLeader : Stroke {
     double sweep() const { return turnAbout(normal, from - centre, to - centre); }
 };
 
+/// The first line of the first block.
 struct DrawnText {
     std::wstring line;
     Vec at;
     Vec x;
     Vec y;
     float height = 0.0F;
+    /// The outer box's corner along the line.
     Vec boxEnd;
 
-    /// The number between the line's marks.
+    /// The number after the line's sign.
     double number() const { return std::stod(line.substr(line.find_first_of(L"0123456789"))); }
 };
 
-/// An annotation of one text line at the most, carried through its plane into a frame of the model.
-struct Drawing {
-    Drawing(const Ank_PMI& pmi, const Rigid& frame) {
+/// An annotation carried through its plane into a frame of the model.
+class Drawing {
+public:
+    explicit Drawing(const Ank_PMI& pmi, const Rigid& in = {}) : frame(in) {
         const auto& rows = pmi.GetDefPlane().m;
-        const auto row = [&](int i) { return Vec{rows[i][0], rows[i][1], rows[i][2]}; };
-        plane = Rigid{{row(0), row(1), row(2)}, row(3)};
-        const auto point = [&](const Vec& p) { return frame.pointBack(plane.point(p)); };
-        const auto direction = [&](const Vec& v) {
-            return frame.directionBack(plane.direction(v));
-        };
+        for (std::size_t i = 0; i < 3; ++i) {
+            plane.axes[i] = {rows[i][0], rows[i][1], rows[i][2]};
+        }
+        plane.origin = {rows[3][0], rows[3][1], rows[3][2]};
         for (const Ank_Leader* leader : pmi.GetLeaders()) {
-            const Ank_CurveEntity& curve = *leader->GetAllCurve().at(0);
-            const std::vector<Vec> points = pointsOf(curve);
-            DrawnLeader drawn;
-            drawn.from = point(points[0]);
-            drawn.to = point(points[1]);
-            drawn.isArc = curve.GetCurveType() == ANK_CURVE_ARC;
-            if (drawn.isArc) {
-                drawn.centre = point(points[2]);
-                drawn.normal = direction(static_cast<const Ank_Ellipse&>(curve).GetNormal());
-            }
-            ANK_PNT32 tip;
-            ANK_DIR32 along;
-            leader->GetTerminator(drawn.head, drawn.size, tip, along);
-            drawn.tip = point(tip);
-            drawn.along = direction(along);
-            drawn.stub = leader->GetStubDelta();
-            leaders.push_back(drawn);
+            addLeader(*leader);
         }
-        for (std::size_t i = 0; i < pmi.GetExLines().size(); ++i) {
-            const std::vector<Vec> points = extensionPoints(pmi, i);
-            extensions.push_back({point(points[0]), point(points[1])});
+        for (const Ank_Extensionline* line : pmi.GetExLines()) {
+            extensions.push_back(stroke(*line->GetCurve()));
         }
-        for (const Ank_SpecialLine* special : pmi.GetSpecialLines()) {
-            const std::vector<Vec> points = pointsOf(*special->GetCurves().at(0));
-            specials.push_back({point(points[0]), point(points[1])});
+        for (const Ank_SpecialLine* line : pmi.GetSpecialLines()) {
+            specials.push_back(stroke(*line->GetCurves().at(0)));
         }
         if (!pmi.GetComText().empty()) {
-            const Ank_Text& line = *pmi.GetComText()[0]->GetTexts().at(0);
-            ANK_DIR32 x;
-            ANK_DIR32 y;
-            float width = 0.0F;
-            line.GetInnerXYAxis(x, y);
-            line.GetCharWidthHeight(width, text.height);
-            text.line = line.GetText();
-            text.at = point(line.GetInnerLoc());
-            text.x = direction(x);
-            text.y = direction(y);
-            text.boxEnd = point(pmi.GetComText()[0]->GetOuterBox().second);
+            setText(*pmi.GetComText()[0]);
         }
     }
 
+    Rigid frame;
     /// The definition plane, in the model. All else stands in the frame.
     Rigid plane;
     std::vector<DrawnLeader> leaders;
     std::vector<Stroke> extensions;
     std::vector<Stroke> specials;
     DrawnText text;
+
+private:
+    Vec point(const Vec& p) const { return frame.pointBack(plane.point(p)); }
+    Vec direction(const Vec& v) const { return frame.directionBack(plane.direction(v)); }
+    Stroke stroke(const Ank_CurveEntity& curve) const {
+        const std::vector<Vec> points = pointsOf(curve);
+        return {point(points.at(0)), point(points.at(1))};
+    }
+    void addLeader(const Ank_Leader& leader) {
+        const Ank_CurveEntity& curve = *leader.GetAllCurve().at(0);
+        DrawnLeader& drawn = leaders.emplace_back();
+        static_cast<Stroke&>(drawn) = stroke(curve);
+        drawn.isArc = curve.GetCurveType() == ANK_CURVE_ARC;
+        if (drawn.isArc) {
+            drawn.centre = point(pointsOf(curve)[2]);
+            drawn.normal = direction(static_cast<const Ank_Ellipse&>(curve).GetNormal());
+        }
+        ANK_PNT32 tip;
+        ANK_DIR32 along;
+        leader.GetTerminator(drawn.head, drawn.size, tip, along);
+        drawn.tip = point(tip);
+        drawn.along = direction(along);
+        drawn.stub = leader.GetStubDelta();
+    }
+    void setText(const Ank_ComText& block) {
+        const Ank_Text& line = *block.GetTexts().at(0);
+        ANK_DIR32 x;
+        ANK_DIR32 y;
+        float width = 0.0F;
+        line.GetInnerXYAxis(x, y);
+        line.GetCharWidthHeight(width, text.height);
+        text.line = line.GetText();
+        text.at = point(line.GetInnerLoc());
+        text.x = direction(x);
+        text.y = direction(y);
+        text.boxEnd = point(block.GetOuterBox().second);
+    }
 };
 
 inline void ExpectStroke(const Stroke& stroke, const Vec& from, const Vec& to, double tolerance) {
@@ -153,14 +163,13 @@ inline _ank_locate placedAt(Random& random, const Vec& point, const Rigid& viewe
     return locate(point + viewer.axes[2] * random.number(-50.0, 50.0), viewer.view());
 }
 
-/// The record holds the point of the model in the annotation's plane, and its old view.
+/// The record holds the frame's point in the annotation's plane, and its old view.
 inline void ExpectLocated(const _ank_locate& record, const Drawing& drawing, const Vec& point,
                           const Rigid& viewer) {
-    ExpectVec3Near(drawing.plane.point(Vec(record.point)), point, 3e-3);
+    ExpectVec3Near(drawing.plane.point(Vec(record.point)), drawing.frame.point(point), 3e-3);
     EXPECT_TRUE(std::ranges::equal(record.viewMatrix, viewer.view()));
 }
 
-/// The type and flags as they should be; all generators show the annotation in three dimensions.
 inline void ExpectFlags(const Ank_PMI& pmi, int type, bool parallelScreen) {
     EXPECT_EQ(pmi.GetType(), type);
     EXPECT_EQ(pmi.GetParallelScreen(), parallelScreen);

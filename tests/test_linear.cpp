@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <utility>
 
 #include "drawing.h"
 
@@ -12,27 +13,23 @@ constexpr double kNear = 5e-3;
 /// Two points meet within this distance, whose square is 0.1.
 constexpr double kMeeting = 0.3163;
 
-/// What a dimension measures, in a frame: from a to b, with the dimension line at an offset from
-/// both. Either end may be that of an edge across the measured length.
+/// What a dimension measures: in a frame, from its origin along its X axis. The dimension line
+/// stands at an offset in Y. Either end may be that of an edge along Y.
 struct Measured {
     Rigid frame;
-    Vec a;
-    Vec b;
-    /// Where the edges begin and end, across the measured length.
-    std::array<double, 2> span{};
+    double value = 0.0;
     double offset = 0.0;
-    double textAlong = 0.0;
+    double textX = 0.0;
+    /// Where the edges begin and end.
+    std::array<double, 2> span{};
 
-    Vec along() const { return unit(b - a); }
-    Vec beside(const Vec& point, double by) const { return point + cross({0, 0, 1}, along()) * by; }
-    Vec text() const { return beside(a + along() * textAlong, offset); }
-    std::unique_ptr<Ank_Line> edge(const Vec& point) const {
-        return line(frame.point(beside(point, span[0])), frame.point(beside(point, span[1])));
+    double x(std::size_t end) const { return end == 0 ? 0.0 : value; }
+    Vec point(std::size_t end) const { return frame.point({x(end), 0, 0}); }
+    std::unique_ptr<Ank_Line> lineAt(std::size_t end, double from, double to) const {
+        return line(frame.point({x(end), from, 0}), frame.point({x(end), to, 0}));
     }
-    std::unique_ptr<Ank_Line> toDimensionLine(const Vec& point) const {
-        return line(frame.point(point), frame.point(beside(point, offset)));
-    }
-    /// Where across the measured length an extension line begins, if there is one.
+    std::unique_ptr<Ank_Line> edge(std::size_t end) const { return lineAt(end, span[0], span[1]); }
+    /// Where an extension line begins, if there is one.
     std::optional<double> extension(bool fromEdge) const {
         const auto [low, high] = std::minmax(span[0], span[1]);
         if (fromEdge && low - 0.01 <= offset && offset <= high + 0.01) {
@@ -45,57 +42,56 @@ struct Measured {
 
 struct Call {
     const Measured& in;
-    _ank_locate& place;
+    _ank_locate* place;
     double height;
-    Ank_PMI& pmi;
-    int& status;
+    Ank_PMI* pmi;
+    int* status;
     double* view;
 };
 
-struct Member {
-    const char* name;
-    void (*create)(const Call&);
-    bool edgeAtA;
-    bool edgeAtB;
-    bool isSection;
-    bool setsType;
-    bool isPlaced;
-};
-
 void edgeToEdge(const Call& c) {
-    PMICreateLinDistDim3D(c.in.edge(c.in.a).get(), c.in.edge(c.in.b).get(), &c.place, c.height,
-                          &c.pmi, &c.status, c.view, nullptr);
+    PMICreateLinDistDim3D(c.in.edge(0).get(), c.in.edge(1).get(), c.place, c.height, c.pmi,
+                          c.status, c.view, nullptr);
 }
-
 void edgeToPoint(const Call& c) {
-    // The centre of an arc is the point.
     Rigid hole = c.in.frame;
-    hole.origin = hole.point(c.in.b);
-    PMICreateLinDotDim3D(c.in.edge(c.in.a).get(), circle(hole, 2.0).get(), &c.place, c.height,
-                         &c.pmi, &c.status, c.view);
+    hole.origin = c.in.point(1);
+    PMICreateLinDotDim3D(c.in.edge(0).get(), circle(hole, 2.0).get(), c.place, c.height, c.pmi,
+                         c.status, c.view);
 }
-
 void pointToPoint(const Call& c) {
-    PMICreateDotDistDim3D(c.in.toDimensionLine(c.in.a).get(), c.in.toDimensionLine(c.in.b).get(),
-                          c.height, &c.pmi, &c.status, c.view);
+    PMICreateDotDistDim3D(c.in.lineAt(0, 0.0, c.in.offset).get(),
+                          c.in.lineAt(1, 0.0, c.in.offset).get(), c.height, c.pmi, c.status,
+                          c.view);
 }
-
 void inSection(const Call& c) {
     Vec normal = c.in.frame.axes[2] * 2.5;
-    Vec a = c.in.frame.point(c.in.a);
-    Vec b = c.in.frame.point(c.in.b);
-    PMICreateClipDim3D(&normal.x, &a.x, &b.x, &c.place, c.height, &c.pmi, &c.status, c.view);
+    Vec a = c.in.point(0);
+    Vec b = c.in.point(1);
+    PMICreateClipDim3D(&normal.x, &a.x, &b.x, c.place, c.height, c.pmi, c.status, c.view);
 }
-
 void edgeToPointInSection(const Call& c) {
     Vec normal = c.in.frame.axes[2] * 0.5;
     Vec origin = c.in.frame.point({-8, 3, 0});
     Vec xPoint = c.in.frame.point({5, 9, 0});
     Ank_PolyLine point;
-    point.SetPoints({c.in.frame.point(c.in.b).point32(), {}});
-    PMICreateClipLinDotDim3D(&normal.x, &origin.x, &xPoint.x, c.in.edge(c.in.a).get(), &point,
-                             &c.place, c.height, &c.pmi, &c.status, c.view);
+    point.SetPoints({c.in.point(1).point32(), {}});
+    PMICreateClipLinDotDim3D(&normal.x, &origin.x, &xPoint.x, c.in.edge(0).get(), &point, c.place,
+                             c.height, c.pmi, c.status, c.view);
 }
+
+struct Member {
+    const char* name;
+    void (*create)(const Call&);
+    /// Which ends are edges.
+    std::array<bool, 2> edges;
+    AnkPMITypeEnum type = ANK_PMI_LINEAR;
+    bool isSection = false;
+
+    bool isPlaced() const { return create != pointToPoint; }
+};
+
+constexpr AnkPMITypeEnum kTypeBefore = ANK_PMI_CLIP_ARC;
 
 class LinearTest : public testing::TestWithParam<Member> {};
 
@@ -104,99 +100,87 @@ TEST_P(LinearTest, RunsBesideTheMeasuredPairThroughTheText) {
     Random random(7);
     for (int i = 0; i < 300; ++i) {
         SCOPED_TRACE(random);
-        Measured in;
-        in.frame = Rigid::random(random);
-        in.a = {random.number(-50, 50), random.number(-50, 50), 0};
-        const double value = random.number(5.0, 80.0);
-        const double angle = random.number(0.0, 2.0 * kHalfTurn);
-        in.b = in.a + Vec{std::cos(angle), std::sin(angle), 0} * value;
+        Measured in{Rigid::random(random), random.number(5.0, 80.0), random.number(5.0, 40.0)};
         const double middle = random.number(-30, 30);
-        const double half = random.number(8, 20) * (i % 2 == 0 ? 1.0 : -1.0);
-        in.span = {middle - half, middle + half};
-        // Now and then on the measured points themselves, or right above an end or the middle.
-        in.offset = i % 8 == 0 && member.isPlaced ? 0.0 : random.number(-40.0, 40.0);
-        in.textAlong = random.number(-0.5, 1.5) * value;
-        if (!member.isPlaced) {
-            in.textAlong = value / 2.0;
-            in.offset += std::copysign(5.0, in.offset);
+        in.span = {middle - random.number(8, 20), middle + random.number(8, 20)};
+        in.textX = random.number(-0.5, 1.5) * in.value;
+        if (i % 2 == 0) {
+            in.offset *= -1.0;
+            std::swap(in.span[0], in.span[1]);
+        }
+        // Now and then on the measured points themselves, or right above an end.
+        if (!member.isPlaced()) {
+            in.textX = in.value / 2.0;
+        } else if (i % 8 == 0) {
+            in.offset = 0.0;
         } else if (i % 8 == 1) {
-            in.textAlong = i % 16 == 1 ? 0.0 : value;
+            in.textX = i % 16 == 1 ? 0.0 : in.value;
         }
         const bool aboveEnd =
-            std::min(std::abs(in.textAlong), std::abs(in.textAlong - value)) < kMeeting;
+            std::min(std::abs(in.textX), std::abs(in.textX - in.value)) < kMeeting;
+        const Vec text{in.textX, in.offset, 0};
         const Rigid viewer = randomViewer(random, in.frame.axes[2]);
         ViewMatrix view = viewer.view();
         const bool seen = i % 5 != 0;
-        _ank_locate place = placedAt(random, in.frame.point(in.text()), viewer);
+        _ank_locate place = placedAt(random, in.frame.point(text), viewer);
         int status = 7;
         Ank_PMI pmi;
-        pmi.SetType(ANK_PMI_CLIP_ARC);
+        pmi.SetType(kTypeBefore);
         pmi.SetParallelScreen(i % 2 == 0);
-        member.create({in, place, i % 3 == 0 ? -1.0 : random.number(1.0, 9.0), pmi, status,
+        member.create({in, &place, i % 3 == 0 ? -1.0 : random.number(1.0, 9.0), &pmi, &status,
                        seen ? view.data() : nullptr});
         const Drawing drawing(pmi, in.frame);
 
         EXPECT_EQ(status, 0);
-        ExpectFlags(pmi, member.setsType ? ANK_PMI_LINEAR : ANK_PMI_CLIP_ARC, i % 2 == 0);
-        EXPECT_NEAR(drawing.text.number(), value, 0.0051 + 2e-4);
-        if (member.isPlaced) {
-            ExpectLocated(place, drawing, in.frame.point(in.text()), viewer);
+        ExpectFlags(pmi, member.type, i % 2 == 0);
+        EXPECT_NEAR(drawing.text.number(), in.value, 0.0053);
+        if (member.isPlaced()) {
+            ExpectLocated(place, drawing, text, viewer);
         }
-        const Vec ends[] = {in.beside(in.a, in.offset), in.beside(in.b, in.offset)};
         ASSERT_EQ(drawing.leaders.size(), 2U);
-        for (std::size_t k = 0; k < 2; ++k) {
-            ExpectStroke(drawing.leaders[k], ends[k],
-                         aboveEnd ? (ends[0] + ends[1]) * 0.5 : in.text(), kNear);
-            ExpectArrow(drawing.leaders[k], kNear);
-            EXPECT_NEAR(std::abs(dot(drawing.leaders[k].along, in.along())), 1.0, kNear);
+        std::size_t extensions = 0;
+        for (std::size_t end = 0; end < 2; ++end) {
+            const Vec tip{in.x(end), in.offset, 0};
+            ExpectStroke(drawing.leaders[end], tip,
+                         aboveEnd ? Vec{in.value / 2.0, in.offset, 0} : text, kNear);
+            ExpectArrow(drawing.leaders[end], kNear);
+            if (const auto from = in.extension(member.edges[end])) {
+                ASSERT_LT(extensions, drawing.extensions.size());
+                ExpectStroke(drawing.extensions[extensions++], {in.x(end), *from, 0}, tip, kNear);
+            }
         }
-        std::vector<Stroke> extensions;
-        if (const auto from = in.extension(member.edgeAtA)) {
-            extensions.push_back({in.beside(in.a, *from), ends[0]});
-        }
-        if (const auto from = in.extension(member.edgeAtB)) {
-            extensions.push_back({in.beside(in.b, *from), ends[1]});
-        }
-        ASSERT_EQ(drawing.extensions.size(), extensions.size());
-        for (std::size_t k = 0; k < extensions.size(); ++k) {
-            ExpectStroke(drawing.extensions[k], extensions[k].from, extensions[k].to, kNear);
-        }
+        EXPECT_EQ(drawing.extensions.size(), extensions);
         // Centred by its own box, along the measured pair, and readable.
-        ExpectVec3Near((drawing.text.at + drawing.text.boxEnd) * 0.5, in.text(), kNear);
+        ExpectVec3Near((drawing.text.at + drawing.text.boxEnd) * 0.5, text, kNear);
         const Vec textX = in.frame.direction(drawing.text.x);
-        const Vec textY = in.frame.direction(drawing.text.y);
-        EXPECT_NEAR(std::abs(dot(drawing.text.x, in.along())), 1.0, kNear);
-        EXPECT_NEAR(dot(cross(textX, textY), drawing.plane.axes[2]), 1.0, kNear);
-        if (seen) {
-            EXPECT_GE(dot(textX, viewer.axes[0]), -1e-6);
-            EXPECT_TRUE(member.isSection || dot(cross(textX, textY), viewer.axes[2]) > 0.0);
-        } else {
-            ExpectVec3Near(drawing.text.x, in.along(), kNear);
-        }
+        const Vec normal = cross(textX, in.frame.direction(drawing.text.y));
+        EXPECT_NEAR(std::abs(drawing.text.x.x), 1.0, kNear);
+        ExpectVec3Near(normal, drawing.plane.axes[2], kNear);
+        EXPECT_GE(dot(textX, seen ? viewer.axes[0] : in.frame.axes[0]), -1e-6);
+        EXPECT_TRUE(!seen || member.isSection || dot(normal, viewer.axes[2]) > 0.0);
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Members, LinearTest,
-    testing::Values(Member{"EdgeToEdge", edgeToEdge, true, true, false, true, true},
-                    Member{"EdgeToPoint", edgeToPoint, true, false, false, true, true},
-                    Member{"PointToPoint", pointToPoint, false, false, false, true, false},
-                    Member{"InSection", inSection, false, false, true, false, true},
-                    Member{"EdgeToPointInSection", edgeToPointInSection, true, false, true, true,
-                           true}),
+    testing::Values(
+        Member{"EdgeToEdge", edgeToEdge, {true, true}},
+        Member{"EdgeToPoint", edgeToPoint, {true, false}},
+        Member{"PointToPoint", pointToPoint, {false, false}},
+        Member{"InSection", inSection, {false, false}, kTypeBefore, true},
+        Member{"EdgeToPointInSection", edgeToPointInSection, {true, false}, ANK_PMI_LINEAR, true}),
     [](const auto& member) { return member.param.name; });
 
-TEST(LinearEdges, MayBeParallelOnlyNearly) {
+TEST(LinearEdges, EdgesMayBeParallelOnlyNearly) {
     for (const double slope : {0.0, 1e-5, 2e-4, 1e-3}) {
         SCOPED_TRACE(slope);
-        const auto edge1 = line({-50, 0, 4}, {50, 0, 4});
-        const auto edge2 = line({-50, 10 - 50 * slope, 4}, {50, 10 + 50 * slope, 4});
         _ank_locate place = locate({0, 6, 30});
         int status = 7;
         Ank_PMI pmi;
-        PMICreateLinDistDim3D(edge1.get(), edge2.get(), &place, 3.5, &pmi, &status, nullptr,
-                              nullptr);
-        const Drawing drawing(pmi, {});
+        PMICreateLinDistDim3D(line({-50, 0, 4}, {50, 0, 4}).get(),
+                              line({-50, 10 - 50 * slope, 4}, {50, 10 + 50 * slope, 4}).get(),
+                              &place, 3.5, &pmi, &status, nullptr, nullptr);
+        const Drawing drawing(pmi);
         EXPECT_EQ(drawing.text.line, L"10.00");
         ASSERT_EQ(drawing.leaders.size(), 2U);
         ExpectStroke(drawing.leaders[0], {0, 0, 4}, {0, 6, 4}, 0.02);
@@ -204,25 +188,21 @@ TEST(LinearEdges, MayBeParallelOnlyNearly) {
     }
 }
 
-TEST(LinearEdges, MayHoldTheMeasuredPoint) {
+TEST(LinearEdges, PointMayLieOnTheEdge) {
     const auto edge = line({0, 0, 0}, {20, 0, 0});
     const auto point = line({5, 0, 0}, {5, 9, 0});
-    Vec normal{0, 0, 1};
-    Vec origin;
-    Vec xPoint{1, 1, 0};
-    for (const bool section : {false, true}) {
-        _ank_locate place = locate({8, 3, 0});
-        int status = 7;
-        Ank_PMI pmi;
-        if (section) {
-            PMICreateClipLinDotDim3D(&normal.x, &origin.x, &xPoint.x, edge.get(), point.get(),
-                                     &place, 3.5, &pmi, &status, nullptr);
-        } else {
-            PMICreateLinDotDim3D(edge.get(), point.get(), &place, 3.5, &pmi, &status, nullptr);
-        }
-        EXPECT_EQ(status, 0);
-        EXPECT_EQ(valueText(pmi), L"0.00");
-    }
+    double vectors[3][3] = {{0, 0, 1}, {0, 0, 0}, {1, 1, 0}};
+    _ank_locate place = locate({8, 3, 0});
+    int status = 7;
+    Ank_PMI pmi;
+    PMICreateLinDotDim3D(edge.get(), point.get(), &place, 3.5, &pmi, &status, nullptr);
+    EXPECT_EQ(valueText(pmi), L"0.00");
+    EXPECT_EQ(std::exchange(status, 7), 0);
+    Ank_PMI cut;
+    PMICreateClipLinDotDim3D(vectors[0], vectors[1], vectors[2], edge.get(), point.get(), &place,
+                             3.5, &cut, &status, nullptr);
+    EXPECT_EQ(valueText(cut), L"0.00");
+    EXPECT_EQ(status, 0);
 }
 
 } // namespace

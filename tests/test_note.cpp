@@ -42,7 +42,7 @@ TEST(NoteTest, RunsDownwardsAndSkipsEmptyLines) {
         EXPECT_EQ(height, 5.0F);
         EXPECT_EQ(texts[i]->GetCharSpacing(), 1.1F);
     }
-    const Drawing drawing(*pmi, {});
+    const Drawing drawing(*pmi);
     ASSERT_EQ(drawing.leaders.size(), 1U);
     ExpectStroke(drawing.leaders[0], {30, 4, 5}, {10, 20, 5}, 0.0);
     ExpectArrow(drawing.leaders[0], 1e-6);
@@ -51,7 +51,7 @@ TEST(NoteTest, RunsDownwardsAndSkipsEmptyLines) {
 TEST(NoteTest, SetsNothingButItsTextWithoutALeader) {
     for (const double height : {0.0, -1.0}) {
         const auto pmi = note({{0, L"text"}}, height, false);
-        EXPECT_EQ(Drawing(*pmi, {}).text.height, 14.0F);
+        EXPECT_EQ(Drawing(*pmi).text.height, 14.0F);
         EXPECT_TRUE(pmi->GetLeaders().empty());
         EXPECT_EQ(pmi->GetType(), ANK_PMI_UNSET);
         EXPECT_EQ(pmi->GetDim(), 0U);

@@ -1,4 +1,4 @@
-// The length of a straight edge, beside the edge.
+// Lengths of straight edges: the parallel dimension, and the arc-length generators on an edge.
 #include <gtest/gtest.h>
 
 #include "drawing.h"
@@ -8,70 +8,97 @@ namespace {
 
 constexpr double kNear = 3e-3;
 
-TEST(ParallelTest, RunsBesideTheEdgeThroughThePlacement) {
+/// An edge in a frame whose plane is the edge's and the horizontal's, and its placement.
+struct Call {
+    const Rigid& frame;
+    Ank_Line* edge;
+    _ank_locate* place;
+    Ank_PMI* pmi;
+    int* status;
+    double* view;
+};
+
+struct EdgeLength {
+    const char* name;
+    void (*create)(const Call&);
+    /// Its dimension line has its arrows meet in its middle and its text along the plane's axes.
+    bool isParallel;
+    bool parallelScreen;
+};
+
+void parallel(const Call& c) {
+    int kind = 900001;
+    const auto reference = line(c.frame.point({3, -40, 0}), c.frame.point({3, 60, 0}));
+    PMICreateParallelDim3D(&kind, nullptr, reference.get(), c.edge, nullptr, c.place, 3.5, c.pmi,
+                           c.status, c.view);
+}
+void ownPlane(const Call& c) {
+    PMICreateArcDim3D(nullptr, c.edge, c.place, 3.5, c.pmi, c.status, c.view, nullptr, nullptr);
+}
+void section(const Call& c) {
+    Vec normal = c.frame.axes[2] * 2.5;
+    Vec origin = c.frame.point({-7, 3, 0});
+    Vec xPoint = c.frame.point({5, 8, 0});
+    PMICreateClipArcDim3D(nullptr, &normal.x, &origin.x, &xPoint.x, c.edge, c.place, 3.5, c.pmi,
+                          c.status, c.view, nullptr, nullptr);
+}
+
+class EdgeLengthTest : public testing::TestWithParam<EdgeLength> {};
+
+TEST_P(EdgeLengthTest, RunsBesideTheEdgeThroughThePlacement) {
+    const bool isParallel = GetParam().isParallel;
     Random random(2);
     for (int i = 0; i < 200; ++i) {
         SCOPED_TRACE(random);
-        // The reference line climbs the slope; the edge lies in the plane in any direction.
         const Rigid frame = slopingFrame(random);
         const Rigid viewer = randomViewer(random, frame.axes[2]);
-        const Vec start{random.number(-50, 50), random.number(-50, 50), 0.0};
-        const Vec end = start + Vec{random.number(5, 50), random.number(-50, 50), 0.0};
-        const Vec along = unit(end - start);
-        const Vec across{-along.y, along.x, 0.0};
-        const double offset = random.number(2.0, 40.0) * (i % 2 == 0 ? 1.0 : -1.0);
-        const Vec placed = start + along * random.number(-50.0, 50.0) + across * offset;
-        const auto edge = line(frame.point(start), frame.point(end));
-        const auto reference = line(frame.point({3, -40, 0}), frame.point({3, 60, 0}));
-        _ank_locate place = placedAt(random, frame.point(placed), viewer);
         ViewMatrix view = viewer.view();
-
-        int kind = 900001;
+        const Vec start{random.number(-50, 50), random.number(-50, 50), 0.0};
+        const Vec end = start + Vec{0.0, random.number(5, 60), 0.0};
+        // On either side of the edge; the parallel dimension now and then on the edge itself.
+        const Vec offset{isParallel && i % 9 == 0 ? 0.0 : random.number(-40, 40), 0.0, 0.0};
+        const Vec placed = start + offset + Vec{0.0, random.number(-40, 90), 0.0};
+        const auto edge = line(frame.point(start), frame.point(end));
+        _ank_locate place = placedAt(random, frame.point(placed), viewer);
         int status = 7;
         Ank_PMI pmi;
-        pmi.SetParallelScreen(i % 2 == 0);
-        PMICreateParallelDim3D(&kind, nullptr, reference.get(), edge.get(), nullptr, &place, 3.5,
-                               &pmi, &status, i % 3 == 0 ? nullptr : view.data());
+        pmi.SetType(ANK_PMI_LINEAR);
+        GetParam().create(
+            {frame, edge.get(), &place, &pmi, &status, i % 3 == 0 ? nullptr : view.data()});
         const Drawing drawing(pmi, frame);
 
-        const Vec middle = (start + end) * 0.5 + across * offset;
+        ExpectLocated(place, drawing, placed, viewer);
+        const Vec meeting = isParallel ? (start + end) * 0.5 + offset : placed;
         ASSERT_EQ(drawing.leaders.size(), 2U);
-        ExpectStroke(drawing.leaders[0], start + across * offset, middle, kNear);
-        ExpectStroke(drawing.leaders[1], end + across * offset, middle, kNear);
         ASSERT_EQ(drawing.extensions.size(), 2U);
-        ExpectStroke(drawing.extensions[0], start, start + across * offset, kNear);
-        ExpectStroke(drawing.extensions[1], end, end + across * offset, kNear);
-        for (const DrawnLeader& leader : drawing.leaders) {
-            ExpectArrow(leader, kNear);
+        for (std::size_t k = 0; k < 2; ++k) {
+            const Vec from = k == 0 ? start : end;
+            ExpectStroke(drawing.leaders[k], from + offset, meeting, kNear);
+            ExpectArrow(drawing.leaders[k], kNear);
+            ExpectStroke(drawing.extensions[k], from, from + offset, kNear);
         }
-        ExpectLocated(place, drawing, frame.point(placed), viewer);
+        EXPECT_NEAR(drawing.text.number(), length(end - start), 0.0053);
         ExpectVec3Near(drawing.text.at, placed, kNear);
-        EXPECT_NEAR(drawing.text.number(), length(end - start), 0.0051);
-        // The axes of the plane as the model has them, whatever the view.
-        ANK_DIR32 x;
-        ANK_DIR32 y;
-        pmi.GetComText()[0]->GetTexts()[0]->GetInnerXYAxis(x, y);
-        ExpectVec3Near(x, drawing.plane.axes[0], 1e-6);
-        ExpectVec3Near(y, drawing.plane.axes[1], 1e-6);
-        ExpectFlags(pmi, ANK_PMI_PARALLEL, i % 2 == 0);
-        EXPECT_EQ(status, 7);
+        if (isParallel) {
+            // The plane's axes are taken as the model has them, whatever the view.
+            const Rigid& plane = drawing.plane;
+            ExpectVec3Near(frame.direction(drawing.text.x), plane.direction(plane.axes[0]), 1e-5);
+            ExpectVec3Near(frame.direction(drawing.text.y), plane.direction(plane.axes[1]), 1e-5);
+        } else {
+            // The feet stand towards the edge.
+            EXPECT_GT(dot(drawing.text.y, offset), 0.0);
+            EXPECT_NEAR(std::abs(drawing.text.x.y), 1.0, 1e-5);
+        }
+        ExpectFlags(pmi, isParallel ? ANK_PMI_PARALLEL : ANK_PMI_LINEAR, GetParam().parallelScreen);
+        EXPECT_EQ(status, isParallel ? 7 : 0);
     }
 }
 
-TEST(ParallelTest, PlacedOnTheEdgeLiesOnIt) {
-    const auto edge = line({0, 0, 0}, {20, 0, 0});
-    _ank_locate place = locate({5, 0, 9});
-    int kind = 900001;
-    Ank_PMI pmi;
-    PMICreateParallelDim3D(&kind, nullptr, edge.get(), edge.get(), nullptr, &place, 3.5, &pmi,
-                           nullptr, nullptr);
-    const Drawing drawing(pmi, {});
-    EXPECT_EQ(drawing.text.line, L"20.00");
-    ASSERT_EQ(drawing.leaders.size(), 2U);
-    ExpectStroke(drawing.leaders[1], {20, 0, 0}, {10, 0, 0}, 1e-6);
-    ASSERT_EQ(drawing.extensions.size(), 2U);
-    ExpectStroke(drawing.extensions[1], {20, 0, 0}, {20, 0, 0}, 1e-6);
-}
+INSTANTIATE_TEST_SUITE_P(Generators, EdgeLengthTest,
+                         testing::Values(EdgeLength{"Parallel", parallel, true, false},
+                                         EdgeLength{"OwnPlane", ownPlane, false, true},
+                                         EdgeLength{"Section", section, false, false}),
+                         [](const auto& generator) { return generator.param.name; });
 
 TEST(ParallelTest, TouchesNothingForAnotherKindCode) {
     const auto edge = line({0, 0, 0}, {20, 0, 0});
@@ -83,7 +110,7 @@ TEST(ParallelTest, TouchesNothingForAnotherKindCode) {
                            &status, nullptr);
     EXPECT_EQ(read(pmi), read(Ank_PMI{}));
     EXPECT_EQ(status, 7);
-    ExpectVec3Near(Vec(place.point), {5, 6, 7}, 0.0);
+    EXPECT_EQ(Vec(place.point), Vec(5, 6, 7));
 }
 
 } // namespace
