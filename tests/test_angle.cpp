@@ -208,6 +208,19 @@ TEST(PickedAngleTest, LiesBetweenThePicksOrOppositeToThem) {
     }
 }
 
+TEST(PickedAngleTest, EdgeTouchesTheVertexByItsEndAlone) {
+    const Vec nearEnd{0.05, 0, 0};
+    const Vec farEnd{40, 0, 0};
+    for (const bool endIsNear : {true, false}) {
+        auto edge1 = endIsNear ? line(farEnd, nearEnd) : line(nearEnd, farEnd);
+        PickedAngle angle(std::move(edge1), {9, 0, 0}, line({}, {0, 40, 0}), {0, 9, 0});
+        _ank_locate place = locate({-10, -10, 0});
+        angle.create(0, place, nullptr);
+        EXPECT_EQ(angle.pmi.GetExLines().size(), 2U);
+        EXPECT_EQ(angle.pmi.GetSpecialLines().size(), endIsNear ? 0U : 1U);
+    }
+}
+
 TEST(PickedAngleTest, OfZeroSetsThePlaneAlone) {
     PickedAngle angle(line({1, 1, 0}, {2, 2, 0}), {1.5, 1.5, 0}, line({4, 4, 0}, {9, 9, 0}),
                       {5, 5, 3});
