@@ -18,7 +18,7 @@ struct Ledger {
     bool open = false;
     std::size_t taken = 0;
     std::size_t live = 0;
-    Block blocks[kMostBlocks];
+    Block blocks[kMostBlocks] = {};
 
     void enter(void* address, std::size_t size) {
         ++taken;

@@ -23,7 +23,7 @@ constexpr std::array<double, 8> kValues{0.004,   5.0,      12.996,   150.0,
 /// Releases each text as a caller does; `write` returns it.
 template <typename Write> void writeValues(benchmark::State& state, Write write) {
     std::size_t i = 0;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         char* text = write(kValues[i++ % kValues.size()]);
         benchmark::DoNotOptimize(text);
         delete[] text;
@@ -38,7 +38,7 @@ char* copyOf(const char* text, std::size_t length) {
 
 char* bySplit(double value) {
     const auto hundredths = static_cast<long long>(value * 100.0 + 0.501);
-    std::array<char, 32> text;
+    std::array<char, 32> text{};
     char* end = std::to_chars(text.data(), text.data() + 24, hundredths / 100).ptr;
     const auto rest = static_cast<char>(hundredths % 100);
     *end++ = '.';
@@ -49,7 +49,7 @@ char* bySplit(double value) {
 }
 
 char* bySnprintf(double value) {
-    std::array<char, 64> text;
+    std::array<char, 64> text{};
     auto length = static_cast<std::size_t>(std::snprintf(text.data(), text.size(), "%.2f", value));
     while (text[length - 1] == '0') {
         text[--length] = '\0';
@@ -113,7 +113,7 @@ BENCHMARK_CAPTURE(writeValues, length, length)->Name("text/ValToStr");
 BENCHMARK_CAPTURE(writeValues, angle, angle)->Name("text/AngValToStr");
 BENCHMARK(arc)->Name("text/ArcValToStr");
 
-const bool registered = [] {
+const bool kRegistered = [] {
     for (const Form& form : kForms) {
         benchmark::RegisterBenchmark(form.name, formatted, form);
     }

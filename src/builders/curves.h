@@ -16,7 +16,7 @@ struct ArcShape {
     ANK_PNT32 center;
     ANK_PNT32 start;
     ANK_PNT32 end;
-    float radius;
+    float radius = 0.0F;
 };
 
 /// Null for fewer than two points, and for two equal ones; a longer list may be closed.

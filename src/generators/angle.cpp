@@ -83,8 +83,8 @@ void PMICreateAngleDim(int* angleMode, Ank_Line* line1, Ank_Line* line2, _ank_lo
     }
     assembly.setExtensionLinesIfAny();
     const double radius = distance(textPoint, geometry.vertex);
-    for (const Vec3& arcEnd : geometry.arcEnds) {
-        assembly.addArcLeader(geometry.vertex, arcEnd, textPoint, radius);
+    for (const Vec3& from : geometry.arcEnds) {
+        assembly.addArcLeader(geometry.vertex, from, textPoint, radius);
     }
     assembly.setLeaders();
     assembly.setArcTerminators();

@@ -183,8 +183,8 @@ void PMICreateAngleDim3D(int* angleMode, int* flag1, int* flag2, _ank_element* e
     joinToArc(seenFrom(vertex, side1.edge), arc, arc.ends[0], assembly, *pmi);
     joinToArc(seenFrom(vertex, side2.edge), arc, arc.ends[1], assembly, *pmi);
     assembly.setExtensionLinesIfAny();
-    for (const Vec3& end : arc.ends) {
-        assembly.addArcLeader(vertex, end, arc.textPoint, arc.radius);
+    for (const Vec3& from : arc.ends) {
+        assembly.addArcLeader(vertex, from, arc.textPoint, arc.radius);
         assembly.setLeaders();
     }
     assembly.setArcTerminators();

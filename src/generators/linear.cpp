@@ -30,7 +30,7 @@ struct LinearDimension {
     MeasuredEnd b;
     Vec3 textPoint;
     OffsetLine line;
-    double value;
+    double value = 0.0;
 };
 
 /// The dimension of two ends whose dimension line runs through the text point.

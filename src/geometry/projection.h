@@ -17,6 +17,6 @@ Vec3 pointByAngle(Vec3 axis, Vec3 direction, float angle, Vec3 base, double dist
 /// The same arc in the coordinates of its own plane.
 /// @param matrix receives the plane-to-model matrix
 /// @return null, with nothing written, for a radius that is not positive
-std::unique_ptr<Ank_Ellipse> arcInItsPlane(const Ank_Ellipse& arc, double* matrix);
+std::unique_ptr<Ank_Ellipse> arcInItsPlane(const Ank_Ellipse& ellipse, double* matrix);
 
 } // namespace dorvale

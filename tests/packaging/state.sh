@@ -6,7 +6,7 @@ export LC_ALL=C
 library=$1
 
 # What the compiler's runtime puts into every library.
-runtime='^(__dso_handle|__TMC_END__|completed\.0|DW\.ref\.__gxx_personality_v0)$'
+runtime='^(__dso_handle|__TMC_END__|completed\.0|DW\.ref\.__g(xx|cc)_personality_v0)$'
 
 symbols=$(objdump -t "$library" |
     awk 'NF > 4 && $(NF - 2) ~ /^\.(data|bss|tdata|tbss)$/ { print $NF }')
