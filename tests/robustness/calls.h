@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <ostream>
 #include <span>
 #include <string>
 #include <vector>
@@ -11,6 +12,7 @@
 
 namespace dorvale::test {
 
+/// What was read, to be compared.
 using Bits = std::vector<std::byte>;
 
 /// Every number that a call is given: a small part, its placement and the view.
@@ -60,8 +62,7 @@ struct Record : Numbers, Integers {
     void setInteger(std::size_t i, int to);
 };
 
-/// A plain record, parallel edges, a placement near the vertex, one far out, and
-/// zeros.
+/// A plain record, parallel edges, a placement near the vertex, one far out, and zeros.
 std::span<const Record> records();
 
 /// What no host means to send.
@@ -125,6 +126,10 @@ struct Call {
     int noMemory = 0;
     /// Fills the annotation that the call works on.
     void (*prepare)(Arguments&) = [](Arguments&) {};
+
+    friend std::ostream& operator<<(std::ostream& out, const Call& call) {
+        return out << call.name;
+    }
 };
 std::span<const Call> calls();
 
