@@ -54,7 +54,7 @@ TEST_P(EdgeLengthTest, RunsBesideTheEdgeThroughThePlacement) {
         const Rigid viewer = randomViewer(random, frame.axes[2]);
         ViewMatrix view = viewer.view();
         const Vec start{random.number(-50, 50), random.number(-50, 50), 0.0};
-        const Vec end = start + Vec{0.0, random.number(5, 60), 0.0};
+        const Vec end = start + Vec{0.0, random.number(25, 60), 0.0};
         // On either side of the edge; the parallel dimension now and then on the edge itself.
         const Vec offset{isParallel && i % 9 == 0 ? 0.0 : random.number(-40, 40), 0.0, 0.0};
         const Vec placed = start + offset + Vec{0.0, random.number(-40, 90), 0.0};
