@@ -11,8 +11,8 @@ constexpr double kNear = 2e-3;
 class ArcLengthTest : public testing::TestWithParam<bool> {
 protected:
     /// The dimension of an arc in a frame's XY plane.
-    Drawing create(const Rigid& frame, Ank_Ellipse& curve, _ank_locate& place, double* view,
-                   Ank_Line& line1, Ank_Line& line2) {
+    static Drawing create(const Rigid& frame, Ank_Ellipse& curve, _ank_locate& place, double* view,
+                          Ank_Line& line1, Ank_Line& line2) {
         int status = 7;
         Ank_PMI pmi;
         pmi.SetType(ANK_PMI_LINEAR);

@@ -19,8 +19,8 @@ struct CircleKind {
 class CircleTest : public testing::TestWithParam<CircleKind> {
 protected:
     /// The dimension of a circle about a frame's origin; the status stays as it was.
-    Drawing create(const Rigid& frame, double radius, _ank_locate& place, double* view,
-                   double height = 3.5) {
+    static Drawing create(const Rigid& frame, double radius, _ank_locate& place, double* view,
+                          double height = 3.5) {
         const auto curve = circle(frame, radius);
         int kind = 900001;
         int status = 7;
@@ -31,11 +31,11 @@ protected:
         return Drawing(pmi, frame);
     }
     /// Of a circle of radius 10 about the model's origin, without a view.
-    Drawing createAt(const Vec& placed, double height = 3.5) {
+    static Drawing createAt(const Vec& placed, double height = 3.5) {
         _ank_locate place = locate(placed);
         return create({}, 10.0, place, nullptr, height);
     }
-    bool isRadius() const { return GetParam().type == ANK_PMI_RADIUS; }
+    static bool isRadius() { return GetParam().type == ANK_PMI_RADIUS; }
 };
 
 TEST_P(CircleTest, LeadsFromTheCircleToThePlacement) {

@@ -95,26 +95,27 @@ TEST(Program, LeavesTheOutputAloneWhereTheSceneIsBad) {
     const std::string scene = (directory / "scene.json").string();
     const std::string output = (directory / "output").string();
     const std::string errors = (directory / "errors").string();
+    const std::string arguments = " " + scene + " -o " + output;
     fs::create_directories(directory);
     std::ofstream(output) << "as it was";
-    const auto exitCode = [&](const std::string& arguments) {
-        const std::string command = std::string(PMI_HOST) + " " + arguments + " 2> " + errors;
-        const int status = std::system(command.c_str()); // NOLINT(concurrency-mt-unsafe)
-        return status / 256;
+    const auto exitCode = [&](const char* command) {
+        std::string line(PMI_HOST);
+        line.append(" ").append(command).append(arguments).append(" 2> ").append(errors);
+        return std::system(line.c_str()) / 256; // NOLINT(concurrency-mt-unsafe)
     };
-    for (const std::string command : {"draw ", "dump "}) {
+    for (const char* command : {"draw", "dump"}) {
         std::ofstream(scene) << R"({"annotations": [7]})";
-        EXPECT_EQ(exitCode(command + scene + " -o " + output), 2);
+        EXPECT_EQ(exitCode(command), 2);
         EXPECT_EQ(contentOf(errors),
                   scene + ": annotations[0]: expected an object, got a number\n");
         fs::remove(scene);
-        EXPECT_EQ(exitCode(command + scene + " -o " + output), 2);
+        EXPECT_EQ(exitCode(command), 2);
         EXPECT_EQ(contentOf(errors).find(scene), 0U);
     }
-    EXPECT_EQ(exitCode("dream " + scene), 2);
+    EXPECT_EQ(exitCode("dream"), 2);
     EXPECT_EQ(contentOf(output), "as it was");
     std::ofstream(scene) << R"({"annotations": []})";
-    EXPECT_EQ(exitCode("draw " + scene + " -o " + output), 0);
+    EXPECT_EQ(exitCode("draw"), 0);
     EXPECT_EQ(contentOf(errors), "");
     EXPECT_NE(contentOf(output).find("<svg"), std::string::npos);
 }
