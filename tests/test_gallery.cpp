@@ -88,7 +88,8 @@ TEST(Gallery, ShowsWhatIsMeasured) {
         for (const auto& annotation : dump["annotations"]) {
             for (const auto& block : annotation["annotation"]["textBlocks"]) {
                 for (const auto& line : block["texts"]) {
-                    shown += (shown.empty() ? "" : " ") + line["text"].get<std::string>();
+                    shown += shown.empty() ? "" : " ";
+                    shown += line["text"].get<std::string>();
                 }
             }
         }
