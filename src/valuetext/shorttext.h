@@ -14,6 +14,15 @@ class ShortText {
 public:
     static constexpr std::size_t kCapacity = 100;
 
+    // Characters past the terminator are never read: clearing them would take longer than writing
+    // most values.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
+    ShortText() { data_[0] = '\0'; }
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
+    ShortText(const ShortText& other) { append(other.view()); }
+    ShortText& operator=(const ShortText&) = delete;
+    ~ShortText() = default;
+
     void append(char c) {
         data_[size_++] = c;
         data_[size_] = '\0';
@@ -45,7 +54,7 @@ public:
     std::string_view view() const { return {data_.data(), size_}; }
 
 private:
-    std::array<char, kCapacity> data_{};
+    std::array<char, kCapacity> data_;
     std::size_t size_ = 0;
 };
 

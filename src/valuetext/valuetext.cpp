@@ -87,17 +87,18 @@ int unitsIn(double fraction, int denominator) {
 /// One value on its way to text in a format.
 class Formatter {
 public:
-    Formatter(double value, const ValueFormat& format)
+    Formatter(double value, const ValueFormat& format, ShortText& text)
         : format_(format),
           feetAndInches_(format.imperialForm == kFeetAndInches && format.unitSystem != kMetric),
-          marks_(format.imperialForm == kFeetAndInches && format.unitSystem == kImperial) {
+          marks_(format.imperialForm == kFeetAndInches && format.unitSystem == kImperial),
+          text_(text) {
         const double bias =
             format.numberForm == kDecimal ? kBias / tenToThe(magnitude(format.precision)) : 0.0;
         const double shown = withinInt(scaledToUnit(std::abs(value)));
         split_ = feetAndInches_ ? splitIntoFeet(shown, bias) : splitPlain(shown, bias);
     }
 
-    ShortText text() {
+    void write() {
         if (format_.numberForm == kFraction) {
             appendNumberAndFraction();
         } else {
@@ -109,7 +110,6 @@ public:
         if (marks_) {
             text_.append('"');
         }
-        return text_;
     }
 
 private:
@@ -192,7 +192,7 @@ private:
     bool feetAndInches_;
     bool marks_;
     Split split_;
-    ShortText text_;
+    ShortText& text_;
 };
 
 } // namespace
@@ -228,7 +228,9 @@ std::optional<ShortText> formattedText(double value, const ValueFormat& format) 
     if (format.precision > kMostDecimals || format.precision < -kMostDecimals) {
         return std::nullopt;
     }
-    return Formatter(value, format).text();
+    std::optional<ShortText> text(std::in_place);
+    Formatter(value, format, *text).write();
+    return text;
 }
 
 void appendDecimals(ShortText& text, double fraction, int precision) {
