@@ -17,6 +17,10 @@ else()
             # Nobody asks for errno after a square root.
             -fno-math-errno
     )
+    if(NOT WIN32)
+        # A call into another library goes straight to it.
+        target_compile_options(dorvale_options INTERFACE -fno-plt)
+    endif()
 endif()
 if(DORVALE_STRICT)
     target_compile_options(dorvale_options INTERFACE $<IF:$<BOOL:${MSVC}>,/WX,-Werror>)
