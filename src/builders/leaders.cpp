@@ -18,14 +18,6 @@ ANK_DIR32 directionOf(const ANK_PNT32& from, const ANK_PNT32& to) {
     return toDirection32(v / distance(v, Vec3{}));
 }
 
-void setArrowAlong(Ank_Leader& leader, const Ank_Ellipse& arc, const CTessCircle::Drawn& drawn) {
-    const ANK_PNT32 tip = CTessCircle::pointAt(arc, drawn.start, drawn.end, 0, drawn.count);
-    const ANK_PNT32 next = CTessCircle::pointAt(arc, drawn.start, drawn.end, 1, drawn.count);
-    const double length = distance(widen(tip), widen(next));
-    float size[2] = {static_cast<float>(length), static_cast<float>(length / kArrowProportion)};
-    leader.SetTerminator(ANK_TERM_ARROW, size, tip, toDirection32(unit(widen(next) - widen(tip))));
-}
-
 } // namespace
 
 std::unique_ptr<Ank_Leader> makeLeader(const Points& points, const ANK_PNT32& tip,
@@ -54,17 +46,25 @@ std::unique_ptr<Ank_Leader> makeArcLeader(std::unique_ptr<Ank_Ellipse> arc) {
     return leader;
 }
 
+bool setArcTerminator(Ank_Leader& leader, const Ank_Ellipse& arc) {
+    const CTessCircle::Drawn drawn = CTessCircle::drawnPart(arc);
+    if (drawn.start == drawn.end) {
+        return false;
+    }
+    const ANK_PNT32 tip = CTessCircle::pointAt(arc, drawn.start, drawn.end, 0, drawn.count);
+    const ANK_PNT32 next = CTessCircle::pointAt(arc, drawn.start, drawn.end, 1, drawn.count);
+    const double length = distance(widen(tip), widen(next));
+    float size[2] = {static_cast<float>(length), static_cast<float>(length / kArrowProportion)};
+    leader.SetTerminator(ANK_TERM_ARROW, size, tip, toDirection32(unit(widen(next) - widen(tip))));
+    return true;
+}
+
 void setArcTerminators(const std::vector<Ank_Leader*>& leaders) {
     for (Ank_Leader* leader : leaders) {
         const Ank_Ellipse* arc = CTessCircle::arcOf(leader);
-        if (arc == nullptr) {
-            continue;
-        }
-        const CTessCircle::Drawn drawn = CTessCircle::drawnPart(*arc);
-        if (drawn.start == drawn.end) {
+        if (arc != nullptr && !setArcTerminator(*leader, *arc)) {
             return;
         }
-        setArrowAlong(*leader, *arc, drawn);
     }
 }
 

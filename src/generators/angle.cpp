@@ -15,8 +15,7 @@ template <std::size_t N> struct PointTable {
 
 using EdgeTable = PointTable<2>;
 
-EdgeTable inPlane(const Ank_Line* line, const AnnotationPlane& plane) {
-    const Segment edge = segmentOf(line);
+EdgeTable inPlane(const Segment& edge, const AnnotationPlane& plane) {
     EdgeTable table;
     writeTo(table.points[0], plane.toPlane(edge.start));
     writeTo(table.points[1], plane.toPlane(edge.end));
@@ -65,12 +64,12 @@ void PMICreateAngleDim(int* angleMode, Ank_Line* line1, Ank_Line* line2, _ank_lo
                        double textHeight, Ank_PMI* pmi, int* status, int& specialLineCount,
                        double (*const specialLines)[3], double* viewMatrix) {
     const View view = View::fromMatrix(viewMatrix);
-    const AnnotationPlane plane =
-        definePlane(PlaneKind::TwoLines, line1, line2, kTolerances.angle, view.towardsViewer)
-            .plane();
+    const Segment side1 = segmentOf(line1);
+    const Segment side2 = segmentOf(line2);
+    const AnnotationPlane plane = planeOfTwoLines(side1, side2, view.towardsViewer).plane();
     pmi->SetDefPlane(plane.matrix32());
-    const EdgeTable edge1 = inPlane(line1, plane);
-    const EdgeTable edge2 = inPlane(line2, plane);
+    const EdgeTable edge1 = inPlane(side1, plane);
+    const EdgeTable edge2 = inPlane(side2, plane);
     const Vec3 textPoint = plane.place(*locate);
     const AngleGeometry geometry = angleGeometry(edge1, edge2, textPoint);
     writeSpecialLines(edge1, edge2, plane, specialLineCount, specialLines);

@@ -50,9 +50,10 @@ Vec3 pickedDirection(const Side& side, Vec3 crossing) {
     return unit(footOnLine(side.pick, side.edge.start, side.edge.end).point - crossing);
 }
 
-/// The angle from the first picked side to the second one about the plane's normal, in degrees.
+/// The angle from the first picked side to the second one about the plane's normal, in degrees. The
+/// plane's origin is where the edges cross.
 double pickedAngle(const Side& side1, const Side& side2, const AnnotationPlane& plane) {
-    const Vec3 crossing = crossingOf(side1, side2);
+    const Vec3 crossing = plane.origin();
     const std::optional<double> angle = angleAbout(plane.normal(), pickedDirection(side1, crossing),
                                                    pickedDirection(side2, crossing));
     return inDegrees(angle.value_or(0.0));
@@ -165,9 +166,8 @@ void PMICreateAngleDim3D(int* angleMode, int* flag1, int* flag2, _ank_element* e
     Side side1 = sideOf(*edge1);
     Side side2 = sideOf(*edge2);
     makeCoplanar(side1, side2, edge2->line);
-    const AnnotationPlane plane = definePlane(PlaneKind::TwoLines, edge1->line, edge2->line,
-                                              kTolerances.angle, view.towardsViewer)
-                                      .plane();
+    const AnnotationPlane plane =
+        planeOfTwoLines(side1.edge, side2.edge, view.towardsViewer).plane();
     pmi->SetDefPlane(plane.matrix32());
     const double degrees = pickedAngle(side1, side2, plane);
     if (degrees == 0.0) {

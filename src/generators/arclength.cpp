@@ -15,13 +15,13 @@ namespace {
 
 /// What a dimension of a curve's length is made from.
 struct CurveLength {
-    const Ank_CurveEntity* curve = nullptr;
+    const Ank_CurveEntity* curve;
     AnnotationPlane plane;
     View view;
-    double textHeight = 0.0;
+    double textHeight;
     /// Two lines whose plane orients the sweep of an arc.
-    const Ank_Line* line1 = nullptr;
-    const Ank_Line* line2 = nullptr;
+    const Ank_Line* line1;
+    const Ank_Line* line2;
 };
 
 void drawStraight(const CurveLength& input, Vec3 textPoint, Ank_PMI& pmi) {
@@ -69,8 +69,7 @@ ConcentricArc concentricArc(const Arc& arc, const AnnotationPlane& plane, Vec3 t
 /// The angle from the arc's start to its end about the normal of the two lines' plane.
 std::optional<double> sweepOf(const Arc& arc, const CurveLength& input) {
     const AnnotationPlane sweepPlane =
-        definePlane(PlaneKind::TwoLines, input.line1, input.line2, kTolerances.angle, Vec3{})
-            .plane();
+        planeOfTwoLines(segmentOf(input.line1), segmentOf(input.line2), Vec3{}).plane();
     return angleAbout(sweepPlane.normal(), (arc.start - arc.center) / arc.radius,
                       (arc.end - arc.center) / arc.radius);
 }
@@ -146,7 +145,7 @@ void PMICreateArcDim3D(int* /*unused*/, Ank_CurveEntity* curve, _ank_locate* loc
                        Ank_Line* line1, Ank_Line* line2) {
     const View view = View::fromMatrix(viewMatrix);
     const AnnotationPlane plane =
-        definePlane(PlaneKind::Line, curve, nullptr, kTolerances.angle, view.towardsViewer).plane();
+        definePlane(PlaneKind::Line, curve, nullptr, view.towardsViewer).plane();
     drawCurveLength({curve, plane, view, textHeight, line1, line2}, *locate, *pmi);
     pmi->SetParallelScreen(true);
     pmi->SetDisplay(true);

@@ -1,5 +1,7 @@
 #include "generators/assembly.h"
 
+#include <span>
+
 #include "builders/leaders.h"
 #include "builders/lines.h"
 
@@ -31,12 +33,19 @@ Vec3 Assembly::addArcLeader(Vec3 center, Vec3 start, Vec3 end, double radius,
                             const std::optional<Vec3>& normal) {
     std::unique_ptr<Ank_Ellipse> arc = makeArc(
         {toPoint32(center), toPoint32(start), toPoint32(end), static_cast<float>(radius)}, normal);
-    const Vec3 normalOfArc = widen(arc->GetNormal());
+    const Ank_Ellipse* const curve = arc.get();
     leaders_.add(makeArcLeader(std::move(arc)));
-    return normalOfArc;
+    arcLeaders_.at(arcLeaderCount_++) = {leaders_.objects().back(), curve};
+    return widen(curve->GetNormal());
 }
 
-void Assembly::setArcTerminators() { dorvale::setArcTerminators(leaders_.objects()); }
+void Assembly::setArcTerminators() {
+    for (const ArcLeader& half : std::span(arcLeaders_).first(arcLeaderCount_)) {
+        if (!setArcTerminator(*half.leader, *half.arc)) {
+            return;
+        }
+    }
+}
 
 void Assembly::setLeaders() {
     leaders_.handOver([this](const std::vector<Ank_Leader*>& list) { pmi_.SetLeaders(list); });

@@ -40,9 +40,11 @@ public:
 
     /// A straight leader with its terminator at `tip`; left out where both points are equal.
     void addLeader(Vec3 tip, Vec3 end, Head head = Head::Arrow, Stub stub = Stub::No);
-    /// An arc leader that still has no arrow. Returns its normal: the given one if that counts.
+    /// An arc leader, of at most two, that still has no arrow. Returns its normal: the given one if
+    /// that counts.
     Vec3 addArcLeader(Vec3 center, Vec3 start, Vec3 end, double radius,
                       const std::optional<Vec3>& normal = std::nullopt);
+    /// Puts an arrow on each arc leader; the first arc whose parameters are equal ends the pass.
     void setArcTerminators();
     /// Hands over all leaders so far; again when the list has grown.
     void setLeaders();
@@ -56,10 +58,18 @@ public:
                  double height);
 
 private:
+    struct ArcLeader {
+        Ank_Leader* leader;
+        const Ank_Ellipse* arc;
+    };
+
     const Points& pair(Vec3 first, Vec3 second);
 
     Ank_PMI& pmi_;
     PendingList<Ank_Leader> leaders_;
+    /// The two halves of a dimension arc.
+    std::array<ArcLeader, 2> arcLeaders_{};
+    std::size_t arcLeaderCount_ = 0;
     PendingList<Ank_Extensionline> extensionLines_;
     Points points_ = Points(2);
 };

@@ -18,11 +18,11 @@ constexpr TextAxes kOutside{{1.0F, 0.0F, 0.0F}, {0.0F, -1.0F, 0.0F}};
 struct PlacedCircle {
     AnnotationPlane plane;
     Vec3 center;
-    double radius = 0.0;
+    double radius;
     Vec3 placed;
     /// From the centre towards the placement; the plane's X axis where both coincide.
     Vec3 direction;
-    double distance = 0.0;
+    double distance;
     Vec3 near;
 
     bool holdsPlacement() const { return radius > distance; }
@@ -31,19 +31,19 @@ struct PlacedCircle {
 /// Sets the annotation's plane and brings the circle and the placement into it.
 PlacedCircle placeCircle(const Ank_CurveEntity* curve, _ank_locate& locate, const View& view,
                          Ank_PMI& pmi) {
-    PlacedCircle circle;
-    circle.plane =
-        definePlane(PlaneKind::Circle, curve, nullptr, kTolerances.angle, view.towardsViewer)
-            .plane();
-    pmi.SetDefPlane(circle.plane.matrix32());
     const Arc arc = arcOf(curve);
-    circle.radius = arc.radius;
-    circle.placed = circle.plane.place(locate);
-    circle.center = circle.plane.toPlane(arc.center);
-    circle.direction = tryUnit(circle.placed - circle.center).value_or(kPlaneX);
-    circle.distance = distance(circle.placed, circle.center);
-    circle.near = moved(circle.center, circle.direction, circle.radius);
-    return circle;
+    const AnnotationPlane plane = planeOfArc(arc, view.towardsViewer).plane();
+    pmi.SetDefPlane(plane.matrix32());
+    const Vec3 placed = plane.place(locate);
+    const Vec3 center = plane.toPlane(arc.center);
+    const Vec3 direction = tryUnit(placed - center).value_or(kPlaneX);
+    return {plane,
+            center,
+            arc.radius,
+            placed,
+            direction,
+            distance(placed, center),
+            moved(center, direction, arc.radius)};
 }
 
 /// The text of a radius: one line without font, spacing or box.

@@ -6,8 +6,13 @@ using namespace dorvale;
 
 namespace {
 
+/// The definition plane is the model's own XY plane.
+constexpr ANK_MTX32 kModelPlane{{{1.0F, 0.0F, 0.0F, 0.0F},
+                                 {0.0F, 1.0F, 0.0F, 0.0F},
+                                 {0.0F, 0.0F, 1.0F, 0.0F},
+                                 {0.0F, 0.0F, 0.0F, 1.0F}}};
 /// The text runs up the model's Y axis and stands towards its X axis: a swapped pair.
-const TextAxes kSwappedAxes{{0.0F, 1.0F, 0.0F}, {1.0F, 0.0F, 0.0F}};
+constexpr TextAxes kSwappedAxes{{0.0F, 1.0F, 0.0F}, {1.0F, 0.0F, 0.0F}};
 
 /// One side of the dimension: the extension line runs from the base to the anchor, where the leader
 /// starts.
@@ -18,7 +23,7 @@ struct Side {
 
 void createDistance(double measured, const Side& side1, const Side& side2, Vec3 textPoint,
                     double textHeight, Ank_PMI& pmi) {
-    pmi.SetDefPlane(AnnotationPlane().matrix32());
+    pmi.SetDefPlane(kModelPlane);
     std::optional<std::wstring> line = lengthLine(measured);
     Assembly assembly(pmi);
     assembly.addLeader(side1.anchor, textPoint);

@@ -116,14 +116,11 @@ void createLinear(const LinearDimension& dimension, std::optional<AnkPMITypeEnum
     pmi.SetDisplay(true);
 }
 
-bool hasLength(const Segment& segment) { return tryUnit(segment.end - segment.start).has_value(); }
-
 /// The plane of two lines. Where they have no crossing the first one's start is the origin, so that
 /// the plane holds what is measured.
 AnnotationPlane planeHolding(const Segment& line1, const Segment& line2, const View& view) {
-    PlaneDefinition definition =
-        planeOfTwoLines(line1, line2, kTolerances.angle, view.towardsViewer);
-    if (definition.status == kParallelLines || !hasLength(line1) || !hasLength(line2)) {
+    PlaneDefinition definition = planeOfTwoLines(line1, line2, view.towardsViewer);
+    if (!definition.crosses) {
         definition.origin = line1.start;
     }
     return definition.plane();

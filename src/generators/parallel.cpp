@@ -14,12 +14,12 @@ void PMICreateParallelDim3D(int* kindCode, int* /*unused*/, Ank_CurveEntity* ref
         return;
     }
     const View view = View::fromMatrix(viewMatrix);
-    const AnnotationPlane plane = definePlane(PlaneKind::LineAndDirection, edge, reference,
-                                              kTolerances.angle, view.towardsViewer)
-                                      .plane();
+    const Segment measured = segmentOf(edge);
+    const Segment along = segmentOf(reference);
+    const AnnotationPlane plane =
+        planeAlong(measured.start, along.end - along.start, view.towardsViewer).plane();
     pmi->SetDefPlane(plane.matrix32());
 
-    const Segment measured = segmentOf(edge);
     const Vec3 textPoint = plane.placeAlongView(*locate);
     const Vec3 start = plane.toPlane(measured.start);
     const Vec3 end = plane.toPlane(measured.end);

@@ -37,27 +37,6 @@ void setAxesOfNormal(PlaneDefinition& plane, Vec3 normal, double angularToleranc
                                                             : tryUnitNormal(kWorld.z, normal));
 }
 
-/// The plane of a line and the horizontal across it.
-PlaneDefinition planeAlongLine(Vec3 origin, Vec3 direction, Vec3 towardsViewer) {
-    ReferenceAxes axes = kWorld;
-    std::optional<Vec3> across = tryUnitNormal(direction, axes.z);
-    if (!across) {
-        axes = kRotated;
-        across = tryUnitNormal(direction, axes.z);
-    }
-    const Vec3 normal = unitNormal(direction, across.value_or(Vec3{}));
-    const Vec3 facing = facingViewer(normal, towardsViewer);
-    PlaneDefinition plane{origin};
-    setAxes(plane, facing, tryUnitNormal(facing, axes.x));
-    return plane;
-}
-
-PlaneDefinition planeOfArc(const Arc& arc, double angularTolerance, Vec3 towardsViewer) {
-    PlaneDefinition plane{arc.center};
-    setAxesOfNormal(plane, facingViewer(arc.normal, towardsViewer), angularTolerance);
-    return plane;
-}
-
 constexpr double kCrossingDistance = 0.005;
 constexpr double kCrossingAngle = 6.5e-5;
 /// Components of a unit direction below this count as zero in a slope.
@@ -141,39 +120,58 @@ std::optional<double> angleOfLines(Vec3 a, Vec3 b) {
 } // namespace
 
 PlaneDefinition definePlane(PlaneKind kind, const Ank_CurveEntity* first,
-                            const Ank_CurveEntity* second, double angularTolerance,
-                            Vec3 towardsViewer) {
+                            const Ank_CurveEntity* second, Vec3 towardsViewer,
+                            double angularTolerance) {
     switch (kind) {
     case PlaneKind::LineAndDirection: {
         const Segment direction = segmentOf(second);
-        return planeAlongLine(segmentOf(first).start, direction.end - direction.start,
-                              towardsViewer);
+        return planeAlong(segmentOf(first).start, direction.end - direction.start, towardsViewer);
     }
     case PlaneKind::Line:
         if (isOfType(first, ANK_CURVE_LINE)) {
             const Segment line = segmentOf(first);
-            return planeAlongLine(line.start, line.end - line.start, towardsViewer);
+            return planeAlong(line.start, line.end - line.start, towardsViewer);
         }
         [[fallthrough]];
     case PlaneKind::Arc:
     case PlaneKind::Circle:
-        return planeOfArc(arcOf(first), angularTolerance, towardsViewer);
+        return planeOfArc(arcOf(first), towardsViewer, angularTolerance);
     case PlaneKind::TwoLines:
     case PlaneKind::TwoPointLines:
-        return planeOfTwoLines(segmentOf(first), segmentOf(second), angularTolerance,
-                               towardsViewer);
+        return planeOfTwoLines(segmentOf(first), segmentOf(second), towardsViewer,
+                               angularTolerance);
     }
     return {};
 }
 
-PlaneDefinition planeOfTwoLines(const Segment& line1, const Segment& line2, double angularTolerance,
-                                Vec3 towardsViewer) {
+PlaneDefinition planeAlong(Vec3 origin, Vec3 direction, Vec3 towardsViewer) {
+    ReferenceAxes axes = kWorld;
+    std::optional<Vec3> across = tryUnitNormal(direction, axes.z);
+    if (!across) {
+        axes = kRotated;
+        across = tryUnitNormal(direction, axes.z);
+    }
+    const Vec3 normal = unitNormal(direction, across.value_or(Vec3{}));
+    const Vec3 facing = facingViewer(normal, towardsViewer);
+    PlaneDefinition plane{origin};
+    setAxes(plane, facing, tryUnitNormal(facing, axes.x));
+    return plane;
+}
+
+PlaneDefinition planeOfArc(const Arc& arc, Vec3 towardsViewer, double angularTolerance) {
+    PlaneDefinition plane{arc.center};
+    setAxesOfNormal(plane, facingViewer(arc.normal, towardsViewer), angularTolerance);
+    return plane;
+}
+
+PlaneDefinition planeOfTwoLines(const Segment& line1, const Segment& line2, Vec3 towardsViewer,
+                                double angularTolerance) {
     PlaneDefinition plane;
     const Vec3 normal = normalOfLines(line1, line2, angularTolerance);
     setAxesOfNormal(plane, facingViewer(normal, towardsViewer), angularTolerance);
-    if (LinLinIntersect(line1, line2, plane.origin) == kParallelLines) {
-        plane.status = kParallelLines;
-    }
+    const int crossing = LinLinIntersect(line1, line2, plane.origin);
+    plane.crosses = crossing == 0 || crossing == kCrossBeyondEnds;
+    plane.status = crossing == kParallelLines ? kParallelLines : 0;
     return plane;
 }
 
@@ -228,8 +226,8 @@ int PMI3DPlnDef(int kind, Ank_CurveEntity* first, Ank_CurveEntity* second, _ank_
                 double* const yAxis, double* viewMatrix) {
     using namespace dorvale;
     const PlaneDefinition plane =
-        definePlane(static_cast<PlaneKind>(kind), first, second, tolerances[1],
-                    View::fromMatrix(viewMatrix).towardsViewer);
+        definePlane(static_cast<PlaneKind>(kind), first, second,
+                    View::fromMatrix(viewMatrix).towardsViewer, tolerances[1]);
     writeTo(origin, plane.origin);
     writeTo(xAxis, plane.xAxis);
     writeTo(yAxis, plane.yAxis);

@@ -26,17 +26,27 @@ struct PlaneDefinition {
     Vec3 xAxis{1.0, 0.0, 0.0};
     Vec3 yAxis{0.0, 1.0, 0.0};
     int status = 0;
+    /// Of two lines: whether the origin is their crossing.
+    bool crosses = false;
 
     AnnotationPlane plane() const { return {origin, xAxis, yAxis}; }
 };
 
 PlaneDefinition definePlane(PlaneKind kind, const Ank_CurveEntity* first,
-                            const Ank_CurveEntity* second, double angularTolerance,
-                            Vec3 towardsViewer);
+                            const Ank_CurveEntity* second, Vec3 towardsViewer,
+                            double angularTolerance = kTolerances.angle);
+
+/// The plane through an origin along a direction and the horizontal across it (kind
+/// `LineAndDirection`).
+PlaneDefinition planeAlong(Vec3 origin, Vec3 direction, Vec3 towardsViewer);
+
+/// The plane of an arc, its origin at the arc's centre (kind `Circle`).
+PlaneDefinition planeOfArc(const Arc& arc, Vec3 towardsViewer,
+                           double angularTolerance = kTolerances.angle);
 
 /// The plane of two lines, its origin at their crossing (kind `TwoLines`).
-PlaneDefinition planeOfTwoLines(const Segment& line1, const Segment& line2, double angularTolerance,
-                                Vec3 towardsViewer);
+PlaneDefinition planeOfTwoLines(const Segment& line1, const Segment& line2, Vec3 towardsViewer,
+                                double angularTolerance = kTolerances.angle);
 
 /// The plane that two lines span: of crossing or skew lines the one along both, of parallel ones
 /// the one that holds both, of collinear ones one through them. Zero for lines without a length.

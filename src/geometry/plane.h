@@ -18,13 +18,12 @@ struct View {
 
 class AnnotationPlane {
 public:
-    /// The world's XY plane.
-    AnnotationPlane() : AnnotationPlane(Vec3{}, {1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}) {}
     /// The plane through an origin along two unit axes; its normal is X x Y.
     AnnotationPlane(Vec3 origin, Vec3 xAxis, Vec3 yAxis);
     /// A section plane through an origin. The X axis runs towards a point of the plane.
     static AnnotationPlane ofSection(Vec3 normal, Vec3 origin, Vec3 xPoint);
 
+    Vec3 origin() const { return origin_; }
     Vec3 xAxis() const { return x_; }
     Vec3 yAxis() const { return y_; }
     Vec3 normal() const { return normal_; }

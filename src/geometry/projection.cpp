@@ -70,8 +70,7 @@ std::unique_ptr<Ank_Ellipse> arcInItsPlane(const Ank_Ellipse& ellipse, double* m
     if (!(arc.radius > 0.0)) {
         return nullptr;
     }
-    const AnnotationPlane plane =
-        definePlane(PlaneKind::Circle, &ellipse, nullptr, kTolerances.angle, Vec3{}).plane();
+    const AnnotationPlane plane = planeOfArc(arc, Vec3{}).plane();
     const Vec3 center = plane.toPlane(arc.center);
     const Vec3 start = plane.toPlane(arc.start);
     const Vec3 end = plane.toPlane(arc.end);

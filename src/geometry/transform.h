@@ -1,7 +1,7 @@
 // Homogeneous transforms by value.
 #pragma once
 
-#include <algorithm>
+#include <cstring>
 
 #include "geometry/vec3.h"
 #include "kernel/matrix.h"
@@ -15,16 +15,12 @@ struct Matrix {
 
 inline Matrix matrixFrom(const double* elements) {
     Matrix matrix;
-    for (int i = 0; i < 4; ++i) {
-        std::copy_n(elements + 4 * i, 4, matrix.m[i]);
-    }
+    std::memcpy(matrix.m, elements, sizeof(matrix.m));
     return matrix;
 }
 
 inline void writeTo(double* elements, const Matrix& matrix) {
-    for (int i = 0; i < 4; ++i) {
-        std::copy_n(matrix.m[i], 4, elements + 4 * i);
-    }
+    std::memcpy(elements, matrix.m, sizeof(matrix.m));
 }
 
 inline Vec3 transformed(Vec3 point, const Matrix& matrix) {
