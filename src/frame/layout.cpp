@@ -50,7 +50,10 @@ static_assert(kIsRecord<_ank_element> && sizeof(_ank_element) == 32 && alignof(_
 static_assert(offsetof(_ank_element, line) == 0);
 static_assert(offsetof(_ank_element, pickPoint) == 8);
 
-// The text has the size that the standard library gives it.
+// The text has the size that the standard library gives it. The library gets to see this record in
+// a vector alone; what is compared of its interface does not reach in there.
+static_assert(std::is_same_v<decltype(PMITextLine::kind), int>);
+static_assert(std::is_same_v<decltype(PMITextLine::text), std::wstring>);
 static_assert(sizeof(PMITextLine) == 8 + sizeof(std::wstring));
 static_assert(offsetof(PMITextLine, kind) == 0);
 static_assert(offsetof(PMITextLine, text) == 8);
