@@ -45,6 +45,16 @@ add_build_test(
     -DDORVALE_SOURCE=${PROJECT_SOURCE_DIR}
 )
 
+# Nothing but the one source that tells is compiled.
+add_test(NAME packaging.own_model
+         COMMAND
+             ${CMAKE_CTEST_COMMAND} --build-and-test
+             ${CMAKE_CURRENT_SOURCE_DIR}/consumer ${CMAKE_CURRENT_BINARY_DIR}/own_model
+             --build-generator ${CMAKE_GENERATOR} --build-target viewer
+             --build-options -DCMAKE_BUILD_TYPE=Debug ${toolchain}
+             -DDORVALE_SOURCE=${PROJECT_SOURCE_DIR} -DOWN_MODEL=ON
+)
+
 add_test(NAME packaging.pkg_config
          COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/pkgconfig.sh
                  ${prefix}/${CMAKE_INSTALL_LIBDIR}/pkgconfig ${examples}/first_dimension.cpp
