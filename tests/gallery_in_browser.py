@@ -76,11 +76,11 @@ class Browser:
         self.received = b""
         self.numbers = itertools.count(1)
         self.end = time.monotonic() + SECONDS
-        self.session = None
+        self.page = {}
         self.complaints = []
         target = self.call("Target.createTarget", url="about:blank")["targetId"]
-        attached = self.call("Target.attachToTarget", targetId=target, flatten=True)
-        self.session = attached["sessionId"]
+        # The answer names the page, and goes into every command to it.
+        self.page = self.call("Target.attachToTarget", targetId=target, flatten=True)
         for domain in ("Page", "Runtime", "Log"):
             self.call(f"{domain}.enable")
 
@@ -115,9 +115,7 @@ class Browser:
 
     def call(self, method, **parameters):
         number = next(self.numbers)
-        command = {"id": number, "method": method, "params": parameters}
-        if self.session:
-            command["sessionId"] = self.session
+        command = {"id": number, "method": method, "params": parameters, **self.page}
         os.write(self.commands, json.dumps(command).encode() + b"\0")
         answer = self.listen(lambda message: message.get("id") == number)
         if "error" in answer:
