@@ -68,8 +68,8 @@ ConcentricArc concentricArc(const Arc& arc, const AnnotationPlane& plane, Vec3 t
 
 /// The angle from the arc's start to its end about the normal of the two lines' plane.
 std::optional<double> sweepOf(const Arc& arc, const CurveLength& input) {
-    const AnnotationPlane sweepPlane =
-        planeOfTwoLines(segmentOf(input.line1), segmentOf(input.line2), Vec3{}).plane();
+    const PlaneDefinition sweepPlane =
+        directionOfTwoLines(segmentOf(input.line1), segmentOf(input.line2), Vec3{});
     return angleAbout(sweepPlane.normal(), (arc.start - arc.center) / arc.radius,
                       (arc.end - arc.center) / arc.radius);
 }

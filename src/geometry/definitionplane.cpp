@@ -164,11 +164,17 @@ PlaneDefinition planeOfArc(const Arc& arc, Vec3 towardsViewer, double angularTol
     return plane;
 }
 
-PlaneDefinition planeOfTwoLines(const Segment& line1, const Segment& line2, Vec3 towardsViewer,
-                                double angularTolerance) {
+PlaneDefinition directionOfTwoLines(const Segment& line1, const Segment& line2, Vec3 towardsViewer,
+                                    double angularTolerance) {
     PlaneDefinition plane;
     const Vec3 normal = normalOfLines(line1, line2, angularTolerance);
     setAxesOfNormal(plane, facingViewer(normal, towardsViewer), angularTolerance);
+    return plane;
+}
+
+PlaneDefinition planeOfTwoLines(const Segment& line1, const Segment& line2, Vec3 towardsViewer,
+                                double angularTolerance) {
+    PlaneDefinition plane = directionOfTwoLines(line1, line2, towardsViewer, angularTolerance);
     const int crossing = LinLinIntersect(line1, line2, plane.origin);
     plane.crosses = crossing == 0 || crossing == kCrossBeyondEnds;
     plane.status = crossing == kParallelLines ? kParallelLines : 0;

@@ -30,6 +30,7 @@ struct PlaneDefinition {
     bool crosses = false;
 
     AnnotationPlane plane() const { return {origin, xAxis, yAxis}; }
+    Vec3 normal() const { return cross(xAxis, yAxis); }
 };
 
 PlaneDefinition definePlane(PlaneKind kind, const Ank_CurveEntity* first,
@@ -43,6 +44,10 @@ PlaneDefinition planeAlong(Vec3 origin, Vec3 direction, Vec3 towardsViewer);
 /// The plane of an arc, its origin at the arc's centre (kind `Circle`).
 PlaneDefinition planeOfArc(const Arc& arc, Vec3 towardsViewer,
                            double angularTolerance = kTolerances.angle);
+
+/// The direction of the plane of two lines; its origin is left open.
+PlaneDefinition directionOfTwoLines(const Segment& line1, const Segment& line2, Vec3 towardsViewer,
+                                    double angularTolerance = kTolerances.angle);
 
 /// The plane of two lines, its origin at their crossing (kind `TwoLines`).
 PlaneDefinition planeOfTwoLines(const Segment& line1, const Segment& line2, Vec3 towardsViewer,

@@ -15,18 +15,20 @@ constexpr double kOnEdge = 0.01;
 constexpr double kCrossingDistance = 0.005;
 constexpr double kCrossingAngle = 6.5e-5;
 
+/// Zero for a vector without a length.
+Triple unitOrZero(const Triple& v) {
+    return hasDirection(v) ? scaled(v, 1.0 / lengthOf(v)) : Triple{};
+}
+
 /// A straight edge in the annotation's plane, z dropped.
 struct Edge {
     Triple start;
     Triple end;
+    Triple direction;
 
-    explicit Edge(const double (*points)[3]) : start(load(2, points[0])), end(load(2, points[1])) {}
-
-    /// Zero for an edge without a length.
-    Triple direction() const {
-        const Triple v = difference(end, start);
-        return hasDirection(v) ? scaled(v, 1.0 / lengthOf(v)) : Triple{};
-    }
+    explicit Edge(const double (*points)[3])
+        : start(load(2, points[0])), end(load(2, points[1])),
+          direction(unitOrZero(difference(end, start))) {}
 
     const Triple& endNearer(const Triple& p) const {
         return lengthOf(difference(p, start)) <= lengthOf(difference(p, end)) ? start : end;
@@ -39,11 +41,10 @@ struct Edge {
 
 /// The crossing of the two infinite lines, unless they are parallel.
 std::optional<Triple> crossing(const Edge& edge1, const Edge& edge2) {
-    const Triple d1 = edge1.direction();
-    const Triple d2 = edge2.direction();
     std::array<double, 8> out{};
-    if (CMathGeolib::zxln00(3, 3, edge1.start.data(), d1.data(), 3, edge2.start.data(), d2.data(),
-                            kCrossingDistance, kCrossingAngle, out.data()) != 0) {
+    if (CMathGeolib::zxln00(3, 3, edge1.start.data(), edge1.direction.data(), 3, edge2.start.data(),
+                            edge2.direction.data(), kCrossingDistance, kCrossingAngle,
+                            out.data()) != 0) {
         return std::nullopt;
     }
     return Triple{out[0], out[1], out[2]};
@@ -142,8 +143,8 @@ int CMathGeolib::GetAngleDimData(const double (*edge1)[3], const double (*edge2)
     // The text point lies at a*e1 + b*e2 from the vertex; a negative share turns its ray round.
     const Triple toText = difference(textPoint, *center);
     const double radius = lengthOf(toText);
-    const Triple e1 = edges[0].direction();
-    const Triple e2 = edges[1].direction();
+    const Triple& e1 = edges[0].direction;
+    const Triple& e2 = edges[1].direction;
     const double area = turn(e1, e2);
     const double a = turn(toText, e2) / area;
     const double b = turn(e1, toText) / area;
