@@ -1,6 +1,8 @@
 # How every target of the project is compiled. Consumers of the library get none of this.
 add_library(dorvale_options INTERFACE)
 target_compile_features(dorvale_options INTERFACE cxx_std_20)
+# The standard's own C++: another compiler has to understand it too.
+set(CMAKE_CXX_EXTENSIONS OFF)
 if(MSVC)
     target_compile_options(dorvale_options INTERFACE /W4 /utf-8 /fp:precise)
 else()
