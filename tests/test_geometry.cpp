@@ -1,20 +1,15 @@
 // Definition planes, placement and projection, by what must be true of them in space.
-#include <algorithm>
+#include "support/calls.h"
+#include "support/rigid.h"
 
-#include "support/annotation.h"
-#include "support/members.h"
-#include "support/scene.h"
-
-using namespace dorvale::test;
-
+namespace dorvale::test {
 namespace {
 
-constexpr double kPi = std::numbers::pi;
 constexpr int kCases = 300;
 double kTolerances[] = {0.01, 0.00026};
 
 struct Plane {
-    int status = -1;
+    int status;
     Vec origin;
     Vec x;
     Vec y;
@@ -22,58 +17,63 @@ struct Plane {
     Vec normal() const { return cross(x, y); }
 };
 
-/// Fails unless the axes are a plane's, with Y square to the world's X where the normal is not
-/// along it.
-Plane definePlane(int kind, Ank_CurveEntity* first, Ank_CurveEntity* second, ViewMatrix* view) {
-    double origin[3];
-    double x[3];
-    double y[3];
-    const int status = PMI3DPlnDef(kind, first, second, nullptr, kTolerances, origin, x, y,
-                                   view == nullptr ? nullptr : view->data());
-    Plane plane{status, Vec(origin), Vec(x), Vec(y)};
+/// The plane of a record's two lines or its arc. Fails unless the axes are a plane's.
+Plane definePlane(int kind, Record record, const Rigid* viewer = nullptr) {
+    record.planeKind = kind;
+    record.noView = viewer == nullptr ? 1 : 0;
+    std::ranges::copy((viewer == nullptr ? Rigid{} : *viewer).view(), record.viewMatrix);
+    Arguments made(record);
+    run("PMI3DPlnDef", made);
+    const Plane plane{made.code, Vec(made.result), Vec(made.result + 3), Vec(made.result + 6)};
     EXPECT_NEAR(length(plane.x), 1.0, 1e-12);
     EXPECT_NEAR(length(plane.y), 1.0, 1e-12);
     EXPECT_NEAR(dot(plane.x, plane.y), 0.0, 1e-12);
     return plane;
 }
 
-/// A random viewer, and every third time none.
+Record arcIn(const Rigid& frame, double radius, double from, double to) {
+    Record record;
+    record.curves[0] = 1;
+    set(record.center, frame.origin);
+    set(record.normal, frame.axes[2]);
+    record.radii[0] = radius;
+    set(record.arcEnds, frame.point(towards(from) * radius), frame.point(towards(to) * radius));
+    return record;
+}
+
 class DefinitionPlane : public testing::Test {
 protected:
-    void look(int i) {
-        viewer_ = Rigid::random(random);
-        matrix_ = viewer_.view();
-        seen_ = i % 3 != 0;
-    }
-    ViewMatrix* view() { return seen_ ? &matrix_ : nullptr; }
-    void expectFacing(const Plane& plane) const {
-        if (seen_) {
-            EXPECT_GE(dot(plane.normal(), viewer_.axes[2]), 0.0);
+    /// Fails unless the plane lies along some directions, has an origin, faces whoever looks, and
+    /// has a Y axis square to the world's X. Returns the plane that nobody looks at.
+    Plane expectPlane(int kind, const Record& record, std::initializer_list<Vec> along,
+                      double tolerance, const Vec& origin, double toOrigin, int status = 0) {
+        const Rigid viewer = Rigid::random(random);
+        const Plane seen = definePlane(kind, record, &viewer);
+        const Plane unseen = definePlane(kind, record);
+        EXPECT_GE(dot(seen.normal(), viewer.axes[2]), 0.0);
+        for (const Plane& plane : {seen, unseen}) {
+            EXPECT_EQ(plane.status, status);
+            ExpectVec3Near(plane.origin, origin, toOrigin);
+            EXPECT_NEAR(plane.y.x, 0.0, 1e-12);
+            for (const Vec& direction : along) {
+                EXPECT_NEAR(dot(plane.normal(), unit(direction)), 0.0, tolerance);
+            }
         }
-        EXPECT_NEAR(plane.y.x, 0.0, 1e-12);
+        return unseen;
     }
 
     Random random{9};
-
-private:
-    Rigid viewer_;
-    ViewMatrix matrix_{};
-    bool seen_ = false;
 };
 
 TEST_F(DefinitionPlane, OfAnArcIsItsOwn) {
     for (int i = 0; i < kCases; ++i) {
         SCOPED_TRACE(random);
         const Rigid frame = Rigid::random(random);
-        const auto curve = arc(frame, 10.0, 0.0, 2.0);
-        look(i);
         for (const int kind : {4, 5, 7}) {
-            const Plane plane = definePlane(kind, curve.get(), nullptr, view());
-            EXPECT_EQ(plane.status, 0);
-            ExpectVec3Near(plane.origin, frame.origin, 1e-5);
-            expectFacing(plane);
-            const double side = dot(plane.normal(), frame.axes[2]);
-            EXPECT_NEAR(view() == nullptr ? side : std::abs(side), 1.0, 1e-6);
+            const Plane plane =
+                expectPlane(kind, arcIn(frame, 10.0, 0.0, 2.0), {frame.axes[0], frame.axes[1]},
+                            1e-6, frame.origin, 1e-5);
+            EXPECT_GT(dot(plane.normal(), frame.axes[2]), 0.0);
         }
     }
 }
@@ -84,24 +84,14 @@ TEST_F(DefinitionPlane, OfTwoLinesHoldsBothAndStartsAtTheirCrossing) {
         const Vec crossing = random.point();
         const Vec d1 = random.direction();
         const Vec d2 = random.direction();
-        const auto edge = [&](const Vec& direction) {
-            const double from = random.number(-50.0, 50.0);
-            return line(crossing + direction * from, crossing + direction * (from + 30.0));
-        };
-        const auto first = edge(d1);
-        const auto second = edge(d2);
-        look(i);
+        const Vec start1 = crossing + d1 * random.number(-50.0, 50.0);
+        const Vec start2 = crossing + d2 * random.number(-50.0, 50.0);
+        const double slant = length(cross(d1, d2));
         for (const int kind : {6, 11}) {
-            const Plane plane = definePlane(kind, first.get(), second.get(), view());
-            const double slant = length(cross(d1, d2));
-            if (slant < 0.1) {
-                continue;
+            if (slant > 0.1) {
+                expectPlane(kind, edges(start1, start1 + d1 * 30.0, start2, start2 + d2 * 30.0),
+                            {d1, d2}, 1e-5 / slant, crossing, 1e-4 / slant);
             }
-            EXPECT_EQ(plane.status, 0);
-            ExpectVec3Near(plane.origin, crossing, 1e-4 / slant);
-            EXPECT_NEAR(dot(plane.normal(), d1), 0.0, 1e-5 / slant);
-            EXPECT_NEAR(dot(plane.normal(), d2), 0.0, 1e-5 / slant);
-            expectFacing(plane);
         }
     }
 }
@@ -112,24 +102,15 @@ TEST_F(DefinitionPlane, OfParallelLinesHoldsBoth) {
         const Vec start = random.point();
         const Vec along = random.direction();
         // Beside each other, or one behind the other.
-        const Vec apart = i % 2 == 0 ? random.point() : along * 40.0;
-        const auto first = line(start, start + along * 30.0);
-        const auto second = line(start + apart + along * 20.0, start + apart);
-        look(i);
-        const Plane plane = definePlane(6, first.get(), second.get(), view());
-        EXPECT_EQ(plane.status, 900);
-        EXPECT_EQ(plane.origin, Vec());
-        EXPECT_NEAR(dot(plane.normal(), along), 0.0, 1e-5);
-        EXPECT_NEAR(dot(plane.normal(), apart), 0.0, 1e-3);
-        expectFacing(plane);
+        const Vec other = start + (i % 2 == 0 ? random.point() : along * 40.0);
+        expectPlane(6, edges(start, start + along * 30.0, other + along * 20.0, other),
+                    {along, other - start}, 1e-5, {}, 0.0, 900);
     }
     // Of the planes through collinear lines the one square to the world's X, or else Y.
-    for (const auto& [along, normal] :
-         {std::pair{Vec{1, 0, 0}, Vec{0, 0, -1}}, std::pair{Vec{0, 0, 1}, Vec{0, -1, 0}}}) {
-        const auto first = line({0, 0, 0}, along * 10.0);
-        const auto behind = line(along * 20.0, along * 30.0);
-        ExpectVec3Near(definePlane(6, first.get(), behind.get(), nullptr).normal(), normal, 1e-12);
-    }
+    const Record alongX = edges({0, 0, 0}, {10, 0, 0}, {20, 0, 0}, {30, 0, 0});
+    const Record alongZ = edges({0, 0, 0}, {0, 0, 10}, {0, 0, 20}, {0, 0, 30});
+    ExpectVec3Near(definePlane(6, alongX).normal(), {0, 0, -1}, 1e-12);
+    ExpectVec3Near(definePlane(6, alongZ).normal(), {0, -1, 0}, 1e-12);
 }
 
 TEST_F(DefinitionPlane, OfSkewLinesStartsWhereTheyCrossSeenFromAbove) {
@@ -140,18 +121,14 @@ TEST_F(DefinitionPlane, OfSkewLinesStartsWhereTheyCrossSeenFromAbove) {
         const Vec d1{i % 3 == 1 ? 0.0 : random.number(0.3, 1.0), 1.0, random.number(-1, 1)};
         const Vec d2{i % 3 == 2 ? 0.0 : random.number(-1.0, -0.3), 1.0, random.number(-1, 1)};
         const Vec up{0.0, 0.0, random.number(20, 40)};
-        const auto first = line(crossing + up, crossing + up + d1 * 20.0);
-        const auto second = line(crossing - up - d2 * 5.0, crossing - up);
-        const Plane plane = definePlane(6, first.get(), second.get(), nullptr);
-        EXPECT_EQ(plane.status, 0);
-        ExpectVec3Near(plane.origin, crossing, 1e-3);
-        EXPECT_NEAR(dot(plane.normal(), d1), 0.0, 1e-5);
-        EXPECT_NEAR(dot(plane.normal(), d2), 0.0, 1e-5);
+        expectPlane(6,
+                    edges(crossing + up, crossing + up + d1 * 20.0, crossing - up - d2 * 5.0,
+                          crossing - up),
+                    {d1, d2}, 1e-5, crossing, 1e-3);
     }
     // Both upright: beside the point of the first that is nearest to the second.
-    const auto first = line({0, 0, 0}, {0, 10, 0});
-    const auto second = line({3, 4, 0}, {3, 4, 10});
-    ExpectVec3Near(definePlane(6, first.get(), second.get(), nullptr).origin, {0, 4, 0}, 1e-9);
+    const Record upright = edges({0, 0, 0}, {0, 10, 0}, {3, 4, 0}, {3, 4, 10});
+    ExpectVec3Near(definePlane(6, upright).origin, {0, 4, 0}, 1e-9);
 }
 
 TEST_F(DefinitionPlane, OfALineHoldsTheHorizontalAcrossIt) {
@@ -159,40 +136,30 @@ TEST_F(DefinitionPlane, OfALineHoldsTheHorizontalAcrossIt) {
         SCOPED_TRACE(random);
         const Vec start = random.point();
         const Vec along = random.direction();
-        const auto measured = line(start, start + along * 30.0);
-        const auto elsewhere = line({1, 2, 3}, {7, 8, 9});
-        look(i);
-        const Plane own = definePlane(7, measured.get(), nullptr, view());
-        ExpectVec3Near(own.origin, start, 1e-5);
-        const Plane other = definePlane(2, elsewhere.get(), measured.get(), view());
-        EXPECT_EQ(other.origin, Vec(1, 2, 3));
-        for (const Plane& plane : {own, other}) {
-            EXPECT_EQ(plane.status, 0);
-            EXPECT_NEAR(dot(plane.normal(), along), 0.0, 1e-5);
-            EXPECT_NEAR(dot(plane.normal(), cross(along, {0, 0, 1})), 0.0, 1e-5);
-            expectFacing(plane);
-        }
+        const Vec horizontal = cross(along, {0, 0, 1});
+        const Vec end = start + along * 30.0;
+        expectPlane(7, edges(start, end, {}, {}), {along, horizontal}, 1e-5, start, 1e-5);
+        expectPlane(2, edges({1, 2, 3}, {7, 8, 9}, start, end), {along, horizontal}, 1e-5,
+                    {1, 2, 3}, 0.0);
     }
-    const auto upright = line({1, 2, 3}, {1, 2, 9});
     for (const int kind : {2, 7}) {
-        const Plane plane = definePlane(kind, upright.get(), upright.get(), nullptr);
-        EXPECT_NEAR(plane.normal().z, 0.0, 1e-12);
-        EXPECT_NEAR(plane.y.y, 0.0, 1e-12);
+        const Plane upright = definePlane(kind, edges({1, 2, 3}, {1, 2, 9}, {1, 2, 3}, {1, 2, 9}));
+        EXPECT_NEAR(upright.normal().z, 0.0, 1e-12);
+        EXPECT_NEAR(upright.y.y, 0.0, 1e-12);
     }
 }
 
 TEST_F(DefinitionPlane, TurnsANormalAlongTheWorldsXToTheViewer) {
-    const auto curve = circle({{Vec{0, 0, 1}, Vec{0, 1, 0}, Vec{-1, 0, 0}}, {}}, 5.0);
-    ViewMatrix view = Rigid{{Vec{0, 1, 0}, Vec{0, 0, 1}, Vec{1, 0, 0}}, {}}.view();
-    const Plane plane = definePlane(5, curve.get(), nullptr, &view);
+    const Rigid viewer{{Vec{0, 1, 0}, Vec{0, 0, 1}, Vec{1, 0, 0}}, {}};
+    const Rigid away{{Vec{0, 0, 1}, Vec{0, 1, 0}, Vec{-1, 0, 0}}, {}};
+    const Plane plane = definePlane(5, arcIn(away, 5.0, 0.0, 1.0), &viewer);
     ExpectVec3Near(plane.y, {0, 1, 0}, 1e-12);
     ExpectVec3Near(plane.x, {0, 0, -1}, 1e-12);
 }
 
 TEST_F(DefinitionPlane, OfAnyOtherKindIsTheWorlds) {
-    const auto curve = line({1, 2, 3}, {4, 5, 7});
     for (const int kind : {-1, 0, 1, 3, 8, 9, 10, 12}) {
-        const Plane plane = definePlane(kind, curve.get(), curve.get(), nullptr);
+        const Plane plane = definePlane(kind, {});
         EXPECT_EQ(plane.status, 0);
         EXPECT_EQ(plane.origin, Vec());
         EXPECT_EQ(plane.x, Vec(1, 0, 0));
@@ -204,102 +171,94 @@ TEST(Placement, SlidesAlongTheViewIntoThePlane) {
     Random random(10);
     for (int i = 0; i < kCases; ++i) {
         SCOPED_TRACE(random);
-        Rigid plane = Rigid::random(random);
+        const Rigid plane = Rigid::random(random);
         Rigid viewer = Rigid::random(random);
-        const Vec picked = random.point();
-        const bool edgeOn = i % 5 == 0;
-        if (edgeOn) {
-            viewer = plane;
-            std::swap(viewer.axes[0], viewer.axes[2]);
-            viewer.axes[1] = viewer.axes[1] * -1.0;
+        if (i % 5 == 0) {
+            // Edge-on.
+            viewer.axes = {plane.axes[2], plane.axes[1] * -1.0, plane.axes[0]};
         }
-        auto origin = plane.origin.array();
-        auto x = (plane.axes[0] * 3.0).array();
-        auto y = plane.axes[1].array();
-        _ank_locate place = locate(picked, viewer.view());
-        const _ank_locate before = place;
-        // Room for the point alone.
-        const std::unique_ptr<double[]> located(new double[3]);
-        EXPECT_EQ(CnvViewLocate(&place, origin.data(), x.data(), y.data(), kTolerances,
-                                static_cast<_ank_locate*>(static_cast<void*>(located.get()))),
-                  0);
-        const Vec at(located.get());
+        const Vec picked = random.point();
+        Record record;
+        set(record.origin, plane.origin);
+        set(record.axes, plane.axes[0] * 3.0, plane.axes[1]);
+        set(record.place, picked);
+        std::ranges::copy(viewer.view(), record.placeView);
+        Arguments made(record);
+        run("CnvViewLocate", made);
+        const Vec at(made.locate.point);
         const double slant = std::abs(dot(viewer.axes[2], plane.axes[2]));
-        if (edgeOn) {
+        if (i % 5 == 0) {
             EXPECT_EQ(at, picked);
         } else if (slant > 0.01) {
             EXPECT_NEAR(dot(at - plane.origin, plane.axes[2]), 0.0, 1e-9 / slant);
             EXPECT_NEAR(length(cross(at - picked, viewer.axes[2])), 0.0, 1e-9 / slant);
         }
-        EXPECT_TRUE(std::equal(before.viewMatrix, before.viewMatrix + 16, place.viewMatrix));
-        EXPECT_EQ(Vec(place.point), picked);
-        CnvViewLocate(&place, origin.data(), x.data(), y.data(), kTolerances, &place);
-        EXPECT_EQ(Vec(place.point), at);
+        EXPECT_TRUE(std::ranges::equal(made.locate.viewMatrix, viewer.view()));
     }
-    _ank_locate unseen = locate({1, 2, 3}, ViewMatrix{});
-    double origin[3] = {};
-    double x[3] = {1, 0, 0};
-    double y[3] = {0, 1, 0};
-    EXPECT_EQ(CnvViewLocate(&unseen, origin, x, y, kTolerances, &unseen), 0);
-    EXPECT_EQ(Vec(unseen.point), Vec(1, 2, 3));
+}
+
+TEST(Placement, WritesThePointAloneAndLeavesItWhereNobodyLooks) {
+    Arguments made({});
+    std::ranges::fill(made.locate.viewMatrix, 0.0);
+    // Room for the point alone.
+    const std::unique_ptr<double[]> point(new double[3]);
+    EXPECT_EQ(CnvViewLocate(&made.locate, made.origin, made.xPoint, made.text, kTolerances,
+                            static_cast<_ank_locate*>(static_cast<void*>(point.get()))),
+              0);
+    EXPECT_EQ(Vec(point.get()), Vec(made.place));
 }
 
 TEST(Projection, ArcGoesIntoItsPlaneAndBack) {
     Random random(11);
-    const double sweeps[] = {kPi / 2.0, kPi, 1.5 * kPi, 0.1, 6.0, kPi - 1e-3, kPi + 0.04};
+    const double sweeps[] = {0.5 * kHalfTurn,  kHalfTurn,       1.5 * kHalfTurn, 0.1, 6.0,
+                             kHalfTurn - 1e-3, kHalfTurn + 0.04};
     for (int i = 0; i < 7 * kCases; ++i) {
         SCOPED_TRACE(random);
         const Rigid frame = Rigid::random(random);
         const double radius = random.number(1.0, 100.0);
-        const double from = random.number(-kPi, kPi);
+        const double from = random.number(-kHalfTurn, kHalfTurn);
         const double sweep = sweeps[i % 7];
         SCOPED_TRACE(testing::Message() << "sweep " << sweep);
-        const auto curve = arc(frame, radius, from, from + sweep);
-        curve->SetUsageType(ANK_CURVE_USAGE_SPECIAL_LINE);
-        double matrix[16];
-        const std::unique_ptr<Ank_CurveEntity> flat(
-            CArithmeticOfPMI::Project3DTo2D(curve.get(), matrix));
-        ASSERT_NE(flat, nullptr);
-        const auto& flatArc = static_cast<const Ank_Ellipse&>(*flat);
-        EXPECT_EQ(flat->GetUsageType(), ANK_CURVE_USAGE_SPECIAL_LINE);
-        const std::vector<Vec> inPlane = pointsOf(*flat);
-        ExpectVec3Near(inPlane[2], {0, 0, 0}, 1e-9);
+        Arguments made(arcIn(frame, radius, from, from + sweep));
+        made.arc.SetUsageType(ANK_CURVE_USAGE_SPECIAL_LINE);
+        run("Project3DTo2D", made);
+        ASSERT_NE(made.curveOut, nullptr);
+        const auto& flat = static_cast<const Ank_Ellipse&>(*made.curveOut);
+        EXPECT_EQ(flat.GetUsageType(), ANK_CURVE_USAGE_SPECIAL_LINE);
+        ExpectVec3Near(flat.GetCenterPoint(), {0, 0, 0}, 1e-9);
+        std::vector<ANK_PNT32> ends(2);
         float parameter[2];
-        flatArc.GetParameter(parameter[0], parameter[1]);
-        for (std::size_t end = 0; end < 2; ++end) {
-            const double t = parameter[end];
-            ExpectVec3Near(inPlane[end], Vec{std::cos(t), std::sin(t), 0.0} * radius, 1e-4);
-        }
+        flat.GetCoordinatePnt(ends[0], ends[1]);
+        flat.GetParameter(parameter[0], parameter[1]);
+        ExpectVec3Near(ends[0], towards(parameter[0]) * radius, 1e-4);
+        ExpectVec3Near(ends[1], towards(parameter[1]) * radius, 1e-4);
         // Counter-clockwise about the plane's normal, which is the arc's own; rounding decides for
         // a half circle.
-        const bool eitherWay = sweep == kPi && flatArc.GetNormal().z < 0.0F;
-        ExpectVec3Near(flatArc.GetNormal(), {0, 0, eitherWay ? -1.0 : 1.0}, 1e-3);
-        ExpectVec3Near(Vec(&matrix[8]), frame.axes[2], 1e-6);
+        const bool eitherWay = sweep == kHalfTurn && flat.GetNormal().z < 0.0F;
+        ExpectVec3Near(flat.GetNormal(), {0, 0, eitherWay ? -1.0 : 1.0}, 1e-3);
+        ExpectVec3Near(Vec(made.result + 8), frame.axes[2], 1e-6);
 
-        std::vector<ANK_PNT32> points(inPlane.size());
-        std::transform(inPlane.begin(), inPlane.end(), points.begin(),
-                       [](const Vec& p) { return p.point32(); });
         std::vector<ANK_PNT32> back(1);
-        EXPECT_EQ(CArithmeticOfPMI::Project2DTo3D(points, matrix, back), 3);
-        ASSERT_EQ(back.size(), 4U);
-        const std::vector<Vec> model = pointsOf(*curve);
-        for (std::size_t j = 0; j < 3; ++j) {
-            ExpectVec3Near(back[j + 1], model[j], 1e-4);
-        }
+        EXPECT_EQ(CArithmeticOfPMI::Project2DTo3D(ends, made.result, back), 2);
+        ASSERT_EQ(back.size(), 3U);
+        ExpectVec3Near(back[1], Vec(made.arcEnds[0]), 1e-4);
+        ExpectVec3Near(back[2], Vec(made.arcEnds[1]), 1e-4);
     }
 }
 
 TEST(Projection, WhatIsNoArcGivesNothing) {
-    const auto edge = line({0, 0, 0}, {1, 0, 0});
-    const auto flat = arc({}, 0.0, 0.0, 1.0);
-    const auto negative = arc({}, -1.0, 0.0, 1.0);
-    double matrix[16] = {-7.0};
-    for (Ank_CurveEntity* curve :
-         std::initializer_list<Ank_CurveEntity*>{nullptr, edge.get(), flat.get(), negative.get()}) {
-        EXPECT_EQ(CArithmeticOfPMI::Project3DTo2D(curve, matrix), nullptr);
+    const std::pair<int, double> cases[] = {{2, 30.0}, {9, 30.0}, {1, 0.0}, {1, -1.0}};
+    for (const auto& [curve, radius] : cases) {
+        Record record;
+        record.curves[0] = curve;
+        record.radii[0] = radius;
+        Arguments made(record);
+        run("Project3DTo2D", made);
+        EXPECT_EQ(made.curveOut, nullptr);
+        EXPECT_EQ(std::ranges::count(made.result, 0.0), 16);
     }
-    EXPECT_EQ(matrix[0], -7.0);
     std::vector<ANK_PNT32> points;
+    double matrix[16] = {};
     EXPECT_EQ(CArithmeticOfPMI::Project2DTo3D({}, matrix, points), 0);
     EXPECT_TRUE(points.empty());
 }
@@ -329,13 +288,17 @@ TEST(Projection, PointTurnsAboutTheAxis) {
         const double height = random.number(-1.0, 1.0);
         const auto distance = static_cast<float>(random.number(-50.0, 50.0));
         const auto at = [&](double t) {
-            return frame.direction(unit({std::cos(t), std::sin(t), height}));
+            return frame.direction(unit(towards(t) + Vec{0.0, 0.0, height}));
         };
         const ANK_PNT32 turned = CDimSymUitity::ComputeVecByAngle(
             (frame.axes[2] * 2.0).direction32(), at(from).direction32(), angle,
             frame.origin.point32(), {}, distance);
         ExpectVec3Near(turned, frame.origin + at(from + angle) * distance, 1e-4);
     }
+    // An axis without a length turns nothing.
+    EXPECT_EQ(Vec(CDimSymUitity::ComputeVecByAngle({}, {0, 1, 0}, 1.0F, {1, 2, 3}, {}, 4.0F)),
+              Vec(1, 6, 3));
 }
 
 } // namespace
+} // namespace dorvale::test

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "robustness/calls.h"
+#include "support/calls.h"
 
 namespace dorvale::test {
 

@@ -1,163 +1,167 @@
 #include "support/annotation.h"
 
-#include <algorithm>
+#include <concepts>
 #include <iomanip>
+#include <map>
 #include <sstream>
 
 namespace dorvale::test {
 
 namespace {
 
-using Role = Field::Role;
+using enum Field::Role;
 
 /// Puts together the fields of a record.
-class Reader {
-public:
-    template <typename... Numbers> void number(const char* name, Numbers... numbers) {
-        add(name, Role::Number, {static_cast<double>(numbers)...});
-    }
-    void inPlane(const char* name, std::vector<double> numbers) {
-        add(name, Role::InPlane, std::move(numbers));
-    }
-    void point(const char* name, const Vec& p) { add(name, Role::Point, {p.x, p.y, p.z}); }
-    void direction(const char* name, const Vec& v) { add(name, Role::Direction, {v.x, v.y, v.z}); }
+struct Reader {
+    Annotation record;
 
-    void curve(const Ank_CurveEntity& curve) {
-        number("curve", curve.GetCurveType(), curve.GetUsageType(), curve.GetCurveDispType(),
-               curve.GetCurveDispStat());
-        for (const Vec& p : pointsOf(curve)) {
-            point("point", p);
+    template <std::convertible_to<double>... Numbers>
+    void add(Field::Role role, const char* name, Numbers... numbers) {
+        record.fields.push_back({role, name, {static_cast<double>(numbers)...}, {}});
+    }
+    void add(Field::Role role, const char* name, const Vec& v) { add(role, name, v.x, v.y, v.z); }
+    template <typename Object>
+    void add(Field::Role role, const char* name, const Object& object,
+             void (Object::*get)(float&, float&) const) {
+        float pair[2];
+        (object.*get)(pair[0], pair[1]);
+        add(role, name, pair[0], pair[1]);
+    }
+
+    void arc(const Ank_Ellipse& arc) {
+        ANK_PNT32 ends[2];
+        arc.GetCoordinatePnt(ends[0], ends[1]);
+        for (const ANK_PNT32& p : {ends[0], ends[1], arc.GetCenterPoint()}) {
+            add(Point, "point", p);
         }
-        float domain[2] = {};
-        if (curve.GetCurveType() == ANK_CURVE_ARC) {
-            const auto& arc = static_cast<const Ank_Ellipse&>(curve);
-            arcOnly(arc);
-            arc.GetDomain(domain[0], domain[1]);
-        } else if (curve.GetCurveType() == ANK_CURVE_POLYLINE) {
-            static_cast<const Ank_PolyLine&>(curve).GetDomain(domain[0], domain[1]);
+        add(Direction, "normal", arc.GetNormal());
+        add(Number, "radius", arc, &Ank_Ellipse::GetRadius);
+        add(InPlane, "parameter", arc, &Ank_Ellipse::GetParameter);
+        add(InPlane, "domain", arc, &Ank_Ellipse::GetDomain);
+        ANK_DIR32 axes[3];
+        arc.GetXYZDir(axes[0], axes[1], axes[2]);
+        for (const ANK_DIR32& axis : {arc.GetOriginDir(), axes[0], axes[1], axes[2]}) {
+            add(InPlane, "axis", axis);
         }
-        inPlane("domain", {domain[0], domain[1]});
+    }
+
+    void curve(const Ank_CurveEntity* curve) {
+        if (curve == nullptr) {
+            return;
+        }
+        add(Number, "curve", curve->GetCurveType(), curve->GetUsageType(),
+            curve->GetCurveDispType(), curve->GetCurveDispStat());
+        if (const auto* line = dynamic_cast<const Ank_Line*>(curve)) {
+            add(Point, "point", line->GetStartPoint());
+            add(Point, "point", line->GetEndPoint());
+        } else if (const auto* ellipse = dynamic_cast<const Ank_Ellipse*>(curve)) {
+            arc(*ellipse);
+        } else if (const auto* polyline = dynamic_cast<const Ank_PolyLine*>(curve)) {
+            for (const ANK_PNT32& p : polyline->GetPoints()) {
+                add(Point, "point", p);
+            }
+            add(InPlane, "domain", *polyline, &Ank_PolyLine::GetDomain);
+        }
     }
     void curves(const std::vector<Ank_CurveEntity*>& all) {
-        std::for_each(all.begin(), all.end(), [this](const auto* one) { curve(*one); });
+        std::ranges::for_each(all, [this](const auto* one) { curve(one); });
     }
 
     void leader(const Ank_Leader& leader) {
-        number("\n  leader", leader.GetLeaderType(), leader.GetStubDelta());
         AnkTermTypeEnum type{};
         float size[2];
-        ANK_PNT32 location;
-        ANK_DIR32 heading;
-        leader.GetTerminator(type, size, location, heading);
-        number("terminator", type, size[0], size[1]);
-        point("at", location);
-        direction("along", heading);
+        ANK_PNT32 tip;
+        ANK_DIR32 along;
+        leader.GetTerminator(type, size, tip, along);
+        add(Start, "leader", leader.GetLeaderType(), leader.GetStubDelta());
+        add(Number, "head", type, size[0], size[1]);
+        add(Point, "at", tip);
+        add(Direction, "along", along);
         curves(leader.GetAllCurve());
     }
 
     void text(const Ank_Text& text) {
-        record.fields.push_back({"\n    text", Role::Number, {}, text.GetText()});
-        record.fields.push_back({"font", Role::Number, {}, text.GetFont()});
-        float width = 0.0F;
-        float height = 0.0F;
-        text.GetCharWidthHeight(width, height);
-        number("size", width, height, text.GetCharSpacing());
-        number("usage", text.GetUsageType());
-        point("at", text.GetInnerLoc());
-        ANK_DIR32 x;
-        ANK_DIR32 y;
-        text.GetInnerXYAxis(x, y);
-        direction("x", x);
-        direction("y", y);
+        add(Start, "text", text.GetUsageType());
+        record.fields.back().text = text.GetText();
+        add(Number, "spacing", text.GetCharSpacing());
+        record.fields.back().text = text.GetFont();
+        add(Number, "size", text, &Ank_Text::GetCharWidthHeight);
+        add(Point, "at", text.GetInnerLoc());
+        ANK_DIR32 axes[2];
+        text.GetInnerXYAxis(axes[0], axes[1]);
+        add(Direction, "x", axes[0]);
+        add(Direction, "y", axes[1]);
     }
 
-    void block(const Ank_ComText& block) {
-        number("\n  block");
-        point("box", block.GetOuterBox().first);
-        point("box", block.GetOuterBox().second);
-        if (const Ank_Envelope* frame = block.GetEnvelope()) {
-            const ANK_RGBA32 back = frame->GetBackgroundColor();
-            const ANK_RGBA32 color = frame->GetFrameColor();
+    void block(const Ank_ComText* block) {
+        if (block == nullptr) {
+            return;
+        }
+        add(Start, "block");
+        add(Point, "box", block->GetOuterBox().first);
+        add(Point, "box", block->GetOuterBox().second);
+        if (const Ank_Envelope* frame = block->GetEnvelope()) {
             AnkAnchorTypeEnum type{};
             ANK_PNT32 anchor;
             frame->GetAnchorPoint(type, anchor);
-            number("frame", frame->GetFrameFlag(), type);
-            number("background", back.r, back.g, back.b, back.a);
-            number("color", color.r, color.g, color.b, color.a);
-            point("anchor", anchor);
+            add(Number, "frame", frame->GetFrameFlag(), type);
+            for (const ANK_RGBA32& c : {frame->GetBackgroundColor(), frame->GetFrameColor()}) {
+                add(Number, "colour", c.r, c.g, c.b, c.a);
+            }
+            add(Point, "anchor", anchor);
         }
-        for (const Ank_Text* line : block.GetTexts()) {
+        for (const Ank_Text* line : block->GetTexts()) {
             text(*line);
-        }
-    }
-
-    Annotation record;
-
-private:
-    void add(const char* name, Role role, std::vector<double> numbers) {
-        record.fields.push_back({name, role, std::move(numbers), {}});
-    }
-
-    void arcOnly(const Ank_Ellipse& arc) {
-        float pair[2];
-        arc.GetRadius(pair[0], pair[1]);
-        number("radius", pair[0], pair[1]);
-        direction("normal", arc.GetNormal());
-        arc.GetParameter(pair[0], pair[1]);
-        inPlane("parameter", {pair[0], pair[1]});
-        const ANK_DIR32 origin = arc.GetOriginDir();
-        inPlane("originDir", {origin.x, origin.y, origin.z});
-        ANK_DIR32 axes[3];
-        arc.GetXYZDir(axes[0], axes[1], axes[2]);
-        for (const ANK_DIR32& axis : axes) {
-            inPlane("axis", {axis.x, axis.y, axis.z});
         }
     }
 };
 
 bool near(const Field& a, const Field& b, double tolerance) {
-    return a.name == b.name && a.text == b.text &&
-           std::equal(a.numbers.begin(), a.numbers.end(), b.numbers.begin(), b.numbers.end(),
-                      [&](double x, double y) { return std::abs(x - y) <= tolerance; });
+    const auto close = [=](double x, double y) { return std::abs(x - y) <= tolerance; };
+    return a.name == b.name && a.text == b.text && std::ranges::equal(a.numbers, b.numbers, close);
 }
 
 std::ostream& operator<<(std::ostream& out, const Field& field) {
-    out << field.name << std::setprecision(9);
+    out << (field.role == Start ? "\n" : "") << field.name << std::setprecision(9);
     for (const double number : field.numbers) {
         out << ' ' << number;
     }
     return field.text.empty() ? out : out << ' ' << testing::PrintToString(field.text);
 }
 
+Rigid planeOf(const Ank_PMI& pmi) {
+    const auto& rows = pmi.GetDefPlane().m;
+    const auto row = [&rows](int i) { return Vec{rows[i][0], rows[i][1], rows[i][2]}; };
+    return {{row(0), row(1), row(2)}, row(3)};
+}
+
 } // namespace
 
 Annotation read(const Ank_CurveEntity& curve) {
     Reader reader;
-    reader.curve(curve);
+    reader.curve(&curve);
     return reader.record;
 }
 
 Annotation read(const Ank_PMI& pmi) {
     Reader reader;
-    reader.number("annotation", pmi.GetType(), pmi.GetDim(), pmi.GetDisplay(),
-                  pmi.GetParallelScreen());
+    reader.add(Start, "annotation", pmi.GetType(), pmi.GetDim(), pmi.GetDisplay(),
+               pmi.GetParallelScreen());
     for (const auto& row : pmi.GetDefPlane().m) {
-        reader.inPlane("plane", {row[0], row[1], row[2], row[3]});
+        reader.add(InPlane, "plane", row[0], row[1], row[2], row[3]);
     }
     for (const Ank_ComText* block : pmi.GetComText()) {
-        reader.block(*block);
+        reader.block(block);
     }
     for (const Ank_Leader* leader : pmi.GetLeaders()) {
         reader.leader(*leader);
     }
     for (const Ank_Extensionline* line : pmi.GetExLines()) {
-        reader.number("\n  extension line", line->GetExLineType(), line->GetDisplay());
-        if (line->GetCurve() != nullptr) {
-            reader.curve(*line->GetCurve());
-        }
+        reader.add(Start, "extension line", line->GetExLineType(), line->GetDisplay());
+        reader.curve(line->GetCurve());
     }
     for (const Ank_SpecialLine* line : pmi.GetSpecialLines()) {
-        reader.number("\n  special line", line->GetSpecLinUse());
+        reader.add(Start, "special line", line->GetSpecLinUse());
         reader.curves(line->GetCurves());
     }
     return reader.record;
@@ -170,69 +174,46 @@ std::ostream& operator<<(std::ostream& out, const Annotation& annotation) {
     return out;
 }
 
-Annotation moved(const Annotation& annotation, const Rigid& motion) {
-    Annotation result = annotation;
-    for (Field& field : result.fields) {
-        if (field.role == Role::Point || field.role == Role::Direction) {
+Annotation seenFrom(const Rigid& frame, const Ank_PMI& pmi) {
+    Annotation seen = read(pmi);
+    std::erase_if(seen.fields, [](const Field& field) { return field.role == InPlane; });
+    const Rigid carry = planeOf(pmi).moved(frame.back());
+    for (Field& field : seen.fields) {
+        if (field.role == Point || field.role == Direction) {
             const Vec v(field.numbers.data());
-            const Vec to = field.role == Role::Point ? motion.point(v) : motion.direction(v);
+            const Vec to = field.role == Point ? carry.point(v) : carry.direction(v);
             field.numbers = {to.x, to.y, to.z};
         }
     }
-    return result;
+    return seen;
 }
 
-Annotation inModel(const Ank_PMI& pmi) {
-    const auto& rows = pmi.GetDefPlane().m;
-    const auto row = [&](int i) { return Vec{rows[i][0], rows[i][1], rows[i][2]}; };
-    Annotation carried = moved(read(pmi), {{row(0), row(1), row(2)}, row(3)});
-    std::erase_if(carried.fields, [](const Field& f) { return f.role == Role::InPlane; });
-    return carried;
-}
-
-void ExpectAnnotationNear(const Annotation& actual, const Annotation& expected, double tolerance,
-                          const char* file, int line) {
-    const auto& got = actual.fields;
-    const auto& wanted = expected.fields;
-    const auto [first, other] =
-        std::mismatch(got.begin(), got.end(), wanted.begin(), wanted.end(),
-                      [&](const Field& a, const Field& b) { return near(a, b, tolerance); });
-    if (first != got.end() || other != wanted.end()) {
-        std::ostringstream difference;
-        difference << "first difference: got ";
-        first != got.end() ? difference << *first : difference << "no more";
-        other != wanted.end() ? difference << ", expected " << *other : difference << ", too many";
-        GTEST_MESSAGE_AT_(file, line, "", testing::TestPartResult::kNonFatalFailure)
-            << difference.str() << "\ngot " << actual << "\nexpected " << expected;
+std::string difference(const Annotation& a, const Annotation& b, double tolerance) {
+    const std::size_t shorter = std::min(a.fields.size(), b.fields.size());
+    std::size_t i = 0;
+    while (i < shorter && near(a.fields[i], b.fields[i], tolerance)) {
+        ++i;
     }
-}
-
-std::vector<Vec> pointsOf(const Ank_CurveEntity& curve) {
-    if (curve.GetCurveType() == ANK_CURVE_LINE) {
-        const auto& segment = static_cast<const Ank_Line&>(curve);
-        return {segment.GetStartPoint(), segment.GetEndPoint()};
+    std::ostringstream text;
+    if (i < a.fields.size() || i < b.fields.size()) {
+        text << "field " << i << " of" << a << "\nis not that of" << b;
     }
-    if (curve.GetCurveType() == ANK_CURVE_ARC) {
-        const auto& arc = static_cast<const Ank_Ellipse&>(curve);
-        ANK_PNT32 start;
-        ANK_PNT32 end;
-        arc.GetCoordinatePnt(start, end);
-        return {start, end, arc.GetCenterPoint()};
+    return text.str();
+}
+
+Drawing::Drawing(const Ank_PMI& pmi, const Rigid& in) : frame(in), plane(planeOf(pmi)) {
+    std::map<std::string, std::vector<Element>> elements;
+    Element* element = nullptr;
+    const Annotation seen = seenFrom(frame, pmi);
+    for (const Field& field : seen.fields) {
+        element = field.role == Start ? &elements[field.name].emplace_back() : element;
+        element->fields.push_back(field);
     }
-    const auto& points = static_cast<const Ank_PolyLine&>(curve).GetPoints();
-    return {points.begin(), points.end()};
-}
-
-std::vector<Vec> leaderPoints(const Ank_PMI& pmi, std::size_t i) {
-    return pointsOf(*pmi.GetLeaders().at(i)->GetAllCurve().at(0));
-}
-
-std::vector<Vec> extensionPoints(const Ank_PMI& pmi, std::size_t i) {
-    return pointsOf(*pmi.GetExLines().at(i)->GetCurve());
-}
-
-std::wstring valueText(const Ank_PMI& pmi) {
-    return pmi.GetComText().empty() ? L"" : pmi.GetComText().back()->GetTexts().at(0)->GetText();
+    leaders = elements["leader"];
+    extensions = elements["extension line"];
+    specials = elements["special line"];
+    blocks = elements["block"];
+    text = elements["text"].empty() ? Element{} : elements["text"].back();
 }
 
 } // namespace dorvale::test

@@ -1,8 +1,10 @@
-// A finished annotation as a plain record: everything that its getters tell.
+// A finished annotation: everything that its getters tell, and what of it a viewer draws.
 #pragma once
 
+#include <algorithm>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "support/rigid.h"
@@ -11,18 +13,18 @@ namespace dorvale::test {
 
 /// One thing that a getter tells.
 struct Field {
-    /// What a motion does to the numbers. `InPlane` is what the plane's own axes decide.
-    enum class Role { Point, Direction, Number, InPlane };
+    /// What the numbers are. `InPlane` hangs on the plane's own axes; `Start` begins an element.
+    enum class Role { Start, Point, Direction, Number, InPlane };
 
-    std::string name;
     Role role = Role::Number;
+    std::string name;
     std::vector<double> numbers;
     std::wstring text;
 
     bool operator==(const Field&) const = default;
 };
 
-/// The elements stand in the annotation's order, and each begins with its kind.
+/// The elements stand in the annotation's order.
 struct Annotation {
     std::vector<Field> fields;
 
@@ -35,24 +37,46 @@ Annotation read(const Ank_CurveEntity& curve);
 /// One element a line.
 std::ostream& operator<<(std::ostream& out, const Annotation& annotation);
 
-/// The annotation with its points and directions moved.
-Annotation moved(const Annotation& annotation, const Rigid& motion);
+/// The annotation carried through its definition plane into a frame of the model, without what the
+/// plane's own axes decide (an arc's parameters, say: it is told by its ends, centre and normal).
+Annotation seenFrom(const Rigid& frame, const Ank_PMI& pmi);
 
-/// The annotation carried through its definition plane into the model, without what the plane's own
-/// axes decide (an arc's parameters, say: it is told by its ends, centre and normal).
-Annotation inModel(const Ank_PMI& pmi);
+/// The first field that differs: numbers by more than a tolerance, anything else at all. Empty
+/// where there is none.
+std::string difference(const Annotation& a, const Annotation& b, double tolerance);
 
-/// Fails at the caller's line: numbers may differ by the tolerance, anything else not at all.
-void ExpectAnnotationNear(const Annotation& actual, const Annotation& expected, double tolerance,
-                          const char* file = __builtin_FILE(), int line = __builtin_LINE());
+/// A leader, a line or a text: its fields, by their names.
+struct Element {
+    std::vector<Field> fields;
 
-// Single parts
+    const std::vector<double>& numbers(std::string_view name, std::ptrdiff_t k = 0) const {
+        const auto first = std::ranges::find(fields, name, &Field::name);
+        return fields.at(static_cast<std::size_t>(first - fields.begin() + k)).numbers;
+    }
+    /// The k-th point or direction of a name.
+    Vec vec(std::string_view name, std::ptrdiff_t k = 0) const {
+        return Vec(numbers(name, k).data());
+    }
+    Vec from() const { return vec("point"); }
+    Vec to() const { return vec("point", 1); }
+    /// The text of a line, and the number after its sign.
+    const std::wstring& line() const { return fields.at(0).text; }
+    double number() const { return std::stod(line().substr(line().find_first_of(L"0123456789"))); }
+};
 
-/// A line's two ends, a polyline's points, or an arc's start, end and centre.
-std::vector<Vec> pointsOf(const Ank_CurveEntity& curve);
-std::vector<Vec> leaderPoints(const Ank_PMI& pmi, std::size_t i);
-std::vector<Vec> extensionPoints(const Ank_PMI& pmi, std::size_t i);
-/// The first line of the last text block; empty where there is none.
-std::wstring valueText(const Ank_PMI& pmi);
+/// What is drawn of an annotation, as seen from a frame.
+struct Drawing {
+    explicit Drawing(const Ank_PMI& pmi, const Rigid& in = {});
+
+    Rigid frame;
+    /// The definition plane, in the model. All else stands in the frame.
+    Rigid plane;
+    std::vector<Element> leaders;
+    std::vector<Element> extensions;
+    std::vector<Element> specials;
+    std::vector<Element> blocks;
+    /// The last line.
+    Element text;
+};
 
 } // namespace dorvale::test

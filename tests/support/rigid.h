@@ -25,17 +25,21 @@ struct Rigid {
 
     Vec direction(const Vec& v) const { return axes[0] * v.x + axes[1] * v.y + axes[2] * v.z; }
     Vec point(const Vec& p) const { return origin + direction(p); }
-    /// The motion back.
     Vec directionBack(const Vec& v) const {
         return {dot(v, axes[0]), dot(v, axes[1]), dot(v, axes[2])};
     }
     Vec pointBack(const Vec& p) const { return directionBack(p - origin); }
+    /// The motion back.
+    Rigid back() const {
+        return {{directionBack({1, 0, 0}), directionBack({0, 1, 0}), directionBack({0, 0, 1})},
+                pointBack({0, 0, 0})};
+    }
 
     /// The view of a viewer whose right, up and back are the axes, who stands at the origin.
     ViewMatrix view() const {
-        const Vec shift = pointBack({0.0, 0.0, 0.0});
-        return {axes[0].x, axes[1].x, axes[2].x, 0.0, axes[0].y, axes[1].y, axes[2].y, 0.0,
-                axes[0].z, axes[1].z, axes[2].z, 0.0, shift.x,   shift.y,   shift.z,   1.0};
+        const auto& [rows, shift] = back();
+        const auto& [x, y, z] = rows;
+        return {x.x, x.y, x.z, 0, y.x, y.y, y.z, 0, z.x, z.y, z.z, 0, shift.x, shift.y, shift.z, 1};
     }
 
     /// The frame after a motion; so `moved(m).view()` sees the moved scene as `view()` sees it

@@ -14,6 +14,8 @@
 
 namespace dorvale::test {
 
+inline constexpr double kHalfTurn = std::numbers::pi;
+
 struct Vec {
     double x = 0.0;
     double y = 0.0;
@@ -45,6 +47,14 @@ inline Vec cross(const Vec& a, const Vec& b) {
 }
 inline double length(const Vec& v) { return std::hypot(v.x, v.y, v.z); }
 inline Vec unit(const Vec& v) { return v * (1.0 / length(v)); }
+
+/// The angle from one direction to another, counter-clockwise about a normal, from 0 up to a turn.
+inline double turnAbout(const Vec& normal, const Vec& from, const Vec& to) {
+    const double angle = std::atan2(dot(normal, cross(from, to)), dot(from, to));
+    return angle < 0.0 ? angle + 2.0 * kHalfTurn : angle;
+}
+/// A direction of the XY plane.
+inline Vec towards(double angle) { return {std::cos(angle), std::sin(angle), 0.0}; }
 
 inline std::ostream& operator<<(std::ostream& out, const Vec& v) {
     return out << '(' << v.x << ", " << v.y << ", " << v.z << ')';

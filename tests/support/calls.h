@@ -1,14 +1,18 @@
 // Every entry point and builder in one table, each called with arguments from one plain record.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <ostream>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <dorvale/dorvale.h>
+
+#include "support/vec.h"
 
 namespace dorvale::test {
 
@@ -62,11 +66,28 @@ struct Record : Numbers, Integers {
     void setInteger(std::size_t i, int to);
 };
 
-/// A plain record, parallel edges, a placement near the vertex, one far out, and zeros.
+inline void set(double* to, const Vec& v) { std::ranges::copy(v.array(), to); }
+inline void set(double (&line)[2][3], const Vec& start, const Vec& end) {
+    set(line[0], start);
+    set(line[1], end);
+}
+
+/// A plain record with other edges.
+inline Record edges(const Vec& start1, const Vec& end1, const Vec& start2, const Vec& end2) {
+    Record record;
+    set(record.lineEnds[0], start1, end1);
+    set(record.lineEnds[1], start2, end2);
+    return record;
+}
+
+/// A plain record, parallel edges, a placement near the vertex, one far out of a major arc, zeros.
 std::span<const Record> records();
 
 /// What no host means to send.
 std::span<const double> hostileNumbers();
+
+/// What no call gives.
+inline constexpr int kStatusBefore = -7;
 
 /// The caller's side of a call: all that is handed over and handed back.
 struct Arguments : Record {
@@ -82,7 +103,7 @@ struct Arguments : Record {
     /// Puts the elements that builders made into an annotation of their own.
     void gather();
     /// Everything that the caller can read, to the last bit.
-    Bits read();
+    Bits bits();
 
     Ank_Line lines[2];
     Ank_Ellipse arc;
@@ -100,16 +121,13 @@ struct Arguments : Record {
     _ank_element elements[2]{};
 
     Ank_PMI pmi;
-    int code = -7;
-    int status = -7;
-    int count = -7;
+    int code = kStatusBefore;
+    int status = kStatusBefore;
+    int count = kStatusBefore;
     double result[16] = {};
-    double specialLines[4][3] = {};
+    double specialLines[4][3] = {{-7.0}, {-7.0}, {-7.0}, {-7.0}};
     char buffer[64] = {};
     std::vector<ANK_PNT32> pointsOut;
-    std::vector<double> starts;
-    std::vector<double> ends;
-    std::vector<int> counts;
     std::vector<Ank_Leader*> leaders;
     std::vector<Ank_Extensionline*> exLines;
     std::unique_ptr<Ank_SpecialLine> lineOut;
@@ -132,6 +150,9 @@ struct Call {
     }
 };
 std::span<const Call> calls();
+
+/// Makes the call of a name.
+void run(std::string_view call, Arguments& arguments);
 
 /// What a call with arguments of its own gives.
 Bits resultOf(const Call& call, const Record& record);

@@ -1,26 +1,17 @@
-#include "calls.h"
+#include "support/calls.h"
 
-#include <algorithm>
 #include <array>
 #include <bit>
-#include <limits>
+#include <cfloat>
 
-#include "kernel/tesscircle.h"
 #include "support/annotation.h"
+#include "support/members.h"
 
 namespace dorvale::test {
 
 namespace {
 
-/// Opens what a host reaches by deriving.
-struct Dim : CDimSymUitity {
-    using CDimSymUitity::ConvertToAnkCurve;
-    using CDimSymUitity::polyLinFun;
-    using CDimSymUitity::SeStrCre;
-    using CDimSymUitity::SeStrdec;
-    using CDimSymUitity::SeStrfrc;
-    using CDimSymUitity::SeStritoa;
-};
+using Dim = Members;
 
 /// Where a function puts an object that belongs to the caller afterwards.
 template <typename Owner> class Out {
@@ -147,12 +138,6 @@ constexpr Call kCalls[] = {
      RUN(Dim::ConvertToAnkCurve(a.places[0], a.places[1], a.places[3], a.number, Out(a.curveOut),
                                 a.flag(0) ? a.normal : nullptr))},
     {"polyLinFun", RUN(Dim::polyLinFun(a.shape, Out(a.curveOut)))},
-    {"GetCircleDrawData",
-     RUN(a.code = CTessCircle::GetCircleDrawData(a.pmi.GetLeaders(), a.starts, a.ends, a.result[0],
-                                                 a.counts)),
-     0, angle},
-    {"GetCircleDiscretization",
-     RUN(a.code = CTessCircle::GetCircleDiscretization(&a.arc, 0, a.pointsOut))},
 };
 
 ANK_PNT32 pointAt(const double* p) { return Vec(p).point32(); }
@@ -176,82 +161,51 @@ template <typename T, typename Element> void replace(T& record, std::size_t i, E
     record = std::bit_cast<T>(elements);
 }
 
-Record parallelEdges() {
-    Record record;
-    auto& [line, parallel] = record.lineEnds;
-    for (int end = 0; end < 2; ++end) {
-        std::copy_n(line[end], 3, parallel[end]);
-        parallel[end][1] += 45.0;
-    }
-    record.curves[0] = 2;
-    record.curveType = ANK_CURVE_LINE;
-    return record;
-}
-
-/// The placement and the arc elsewhere; a major arc, without a view.
-Record placedAt(double x, double y, double centerX, bool major) {
-    Record record;
-    record.place[0] = x;
-    record.place[1] = y;
-    record.center[0] = record.arcEnds[1][0] = centerX;
-    record.arcEnds[0][0] = centerX + 30.0;
-    if (major) {
-        std::swap(record.arcEnds[0], record.arcEnds[1]);
-    }
-    record.noView = major ? 1 : 0;
-    record.mode = major ? 0 : 1;
-    record.pointsFrom = 4;
-    return record;
-}
-
-Record allZeros() {
-    Record record;
-    for (std::size_t i = 0; i < kNumbers; ++i) {
-        record.setNumber(i, 0.0);
-    }
-    return record;
-}
-
 } // namespace
 
 std::span<const Call> calls() { return kCalls; }
+
+void run(std::string_view call, Arguments& arguments) {
+    std::ranges::find(kCalls, call, &Call::name)->run(arguments);
+}
 
 Bits resultOf(const Call& call, const Record& record) {
     Arguments arguments(record);
     call.prepare(arguments);
     call.run(arguments);
-    return arguments.read();
+    return arguments.bits();
 }
 
 void Record::setNumber(std::size_t i, double to) { replace<Numbers>(*this, i, to); }
 void Record::setInteger(std::size_t i, int to) { replace<Integers>(*this, i, to); }
 
 std::span<const Record> records() {
-    static const std::vector<Record> all = {Record(), parallelEdges(),
-                                            placedAt(4.0, 2.0, 5.0, false),
-                                            placedAt(300.0, 150.0, 50.0, true), allZeros()};
+    static const auto all = [] {
+        std::array<Record, 5> made;
+        auto& [plain, parallel, near, far, zeros] = made;
+        set(parallel.lineEnds[1], {10, 45, 0}, {100, 45, 0});
+        parallel.curves[0] = 2;
+        parallel.curveType = ANK_CURVE_LINE;
+        set(near.place, {4, 2, 12});
+        set(near.center, {5, 50, 0});
+        set(near.arcEnds, {35, 50, 0}, {5, 80, 0});
+        set(far.place, {300, 150, 12});
+        set(far.arcEnds, {50, 80, 0}, {80, 50, 0});
+        far.mode = 0;
+        far.noView = 1;
+        near.pointsFrom = far.pointsFrom = 4;
+        for (std::size_t i = 0; i < kNumbers; ++i) {
+            zeros.setNumber(i, 0.0);
+        }
+        return made;
+    }();
     return all;
 }
 
 std::span<const double> hostileNumbers() {
-    using Double = std::numeric_limits<double>;
-    static constexpr double numbers[] = {Double::quiet_NaN(),
-                                         Double::infinity(),
-                                         1e308,
-                                         Double::min(),
-                                         Double::denorm_min(),
-                                         0.0,
-                                         2147483648.0,
-                                         1e39,
-                                         1e-46,
-                                         1e-11,
-                                         1.0,
-                                         -Double::quiet_NaN(),
-                                         -Double::infinity(),
-                                         -1e308,
-                                         -Double::denorm_min(),
-                                         -0.0,
-                                         -1.0};
+    static constexpr double numbers[] = {
+        NAN,   INFINITY, 1e308, DBL_MIN,   DBL_TRUE_MIN, 0.0,           2147483648.0, 1e39, 1e-46,
+        1e-11, 1.0,      -NAN,  -INFINITY, -1e308,       -DBL_TRUE_MIN, -0.0,         -1.0};
     return numbers;
 }
 
@@ -302,18 +256,18 @@ void Arguments::gather() {
     }
 }
 
-Bits Arguments::read() {
+Bits Arguments::bits() {
     gather();
-    Bits bits;
+    Bits all;
     for (const Annotation& part : {test::read(pmi), test::read(built), test::read(lines[1])}) {
         for (const Field& field : part.fields) {
-            addBits(bits, field.name, field.text, field.numbers);
+            addBits(all, field.name, field.text, field.numbers);
         }
     }
-    addBits(bits, code, status, count, result, specialLines, buffer, normal, text, place);
-    addBits(bits, places, directions, frameColours, locate, pointsOut, starts, ends, counts);
-    addBits(bits, std::string(textOut ? textOut.get() : ""));
-    return bits;
+    addBits(all, code, status, count, result, specialLines, buffer, normal, text, place);
+    addBits(all, places, directions, frameColours, locate, pointsOut);
+    addBits(all, std::string(textOut ? textOut.get() : ""));
+    return all;
 }
 
 } // namespace dorvale::test
