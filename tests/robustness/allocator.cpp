@@ -1,5 +1,6 @@
 #include "allocator.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <new>
 
@@ -34,20 +35,16 @@ bool failsNow(Allocator& state) {
     return true;
 }
 
-void* take(std::size_t size, std::size_t alignment = alignof(std::max_align_t)) noexcept {
+void* take(std::size_t size) noexcept {
     Allocator& state = allocator();
-    void* block = nullptr;
-    if (!failsNow(state)) {
-        const std::size_t whole = (size + alignment - 1) / alignment * alignment;
-        block = std::aligned_alloc(alignment, whole == 0 ? alignment : whole);
-    }
+    void* block = failsNow(state) ? nullptr : std::malloc(std::max<std::size_t>(size, 1));
     state.live += block == nullptr ? 0 : 1;
     state.bytes += size;
     return block;
 }
 
-void* takeOrThrow(std::size_t size, std::size_t alignment = alignof(std::max_align_t)) {
-    void* block = take(size, alignment);
+void* takeOrThrow(std::size_t size) {
+    void* block = take(size);
     return block == nullptr ? throw std::bad_alloc() : block;
 }
 
@@ -58,28 +55,18 @@ void give(void* block) noexcept {
 
 } // namespace
 
-using Align = std::align_val_t;
 using NoThrow = std::nothrow_t;
 
+// Nothing here is aligned beyond what every block is.
 void* operator new(std::size_t n) { return takeOrThrow(n); }
 void* operator new[](std::size_t n) { return takeOrThrow(n); }
-void* operator new(std::size_t n, Align a) { return takeOrThrow(n, std::size_t(a)); }
-void* operator new[](std::size_t n, Align a) { return takeOrThrow(n, std::size_t(a)); }
 void* operator new(std::size_t n, const NoThrow&) noexcept { return take(n); }
 void* operator new[](std::size_t n, const NoThrow&) noexcept { return take(n); }
-void* operator new(std::size_t n, Align a, const NoThrow&) noexcept { return take(n, size_t(a)); }
-void* operator new[](std::size_t n, Align a, const NoThrow&) noexcept { return take(n, size_t(a)); }
 void operator delete(void* block) noexcept { give(block); }
 void operator delete[](void* block) noexcept { give(block); }
 void operator delete(void* block, std::size_t) noexcept { give(block); }
 void operator delete[](void* block, std::size_t) noexcept { give(block); }
-void operator delete(void* block, Align) noexcept { give(block); }
-void operator delete[](void* block, Align) noexcept { give(block); }
-void operator delete(void* block, std::size_t, Align) noexcept { give(block); }
-void operator delete[](void* block, std::size_t, Align) noexcept { give(block); }
 void operator delete(void* block, const NoThrow&) noexcept { give(block); }
 void operator delete[](void* block, const NoThrow&) noexcept { give(block); }
-void operator delete(void* block, Align, const NoThrow&) noexcept { give(block); }
-void operator delete[](void* block, Align, const NoThrow&) noexcept { give(block); }
 
 #endif
