@@ -19,6 +19,10 @@ else()
             # Nobody asks for errno after a square root.
             -fno-math-errno
     )
+    if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+        # g++ 12 turns two doubles to float and back as if nothing were lost on the way.
+        target_compile_options(dorvale_options INTERFACE -fno-tree-vectorize)
+    endif()
     if(NOT WIN32)
         # A call into another library goes straight to it.
         target_compile_options(dorvale_options INTERFACE -fno-plt)

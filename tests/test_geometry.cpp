@@ -294,6 +294,13 @@ TEST(Projection, PointTurnsAboutTheAxis) {
             (frame.axes[2] * 2.0).direction32(), at(from).direction32(), angle,
             frame.origin.point32(), {}, distance);
         ExpectVec3Near(turned, frame.origin + at(from + angle) * distance, 1e-4);
+
+        // The turned direction is one of single precision, however far the point lies along it.
+        const auto along = [&](float reach) {
+            return Vec(CDimSymUitity::ComputeVecByAngle(
+                frame.axes[2].direction32(), at(from).direction32(), angle, {}, {}, reach));
+        };
+        EXPECT_EQ(along(999.0F), Vec((along(1.0F) * 999.0).point32()));
     }
     // An axis without a length turns nothing.
     EXPECT_EQ(Vec(CDimSymUitity::ComputeVecByAngle({}, {0, 1, 0}, 1.0F, {1, 2, 3}, {}, 4.0F)),
