@@ -29,10 +29,11 @@ std::wstring angleLine(double degrees) {
     // The narrow text's mark is two bytes, and one or two characters; the degree sign takes its
     // place either way.
     const ShortText text = angleText(degrees);
+    const std::size_t digits = text.size() - kAngleMark.size();
     std::wstring line;
-    line.reserve(text.size());
+    line.reserve(digits + 1);
     appendWidened(line, text);
-    line.resize(std::min(line.size(), text.size() - kAngleMark.size()));
+    line.resize(std::min(line.size(), digits));
     line += L'\u00B0';
     return line;
 }

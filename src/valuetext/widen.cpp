@@ -29,7 +29,9 @@ void appendWidened(std::wstring& line, const ShortText& text) {
     if (marked) {
         ascii.remove_suffix(kAngleMark.size());
     }
-    line.append(ascii.begin(), ascii.end());
+    const std::size_t before = line.size();
+    line.resize(before + ascii.size());
+    std::copy(ascii.begin(), ascii.end(), &line[before]);
     if (marked) {
         line += kWideAngleMark;
     }
