@@ -72,7 +72,7 @@ TEST(Builder, CurvesOfAPointList) {
 TEST(Builder, ArcTakesAGivenNormalUnlessItsComponentsAddUpToNothing) {
     const struct {
         Vec given;
-        int isGiven;
+        int isGiven = 0;
         Vec used;
     } cases[] = {{{0, 0, -1}, 1, {0, 0, -1}},
                  {{0, 0, 5}, 1, {0, 0, 5}},

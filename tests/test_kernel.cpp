@@ -67,7 +67,7 @@ TEST(KernelVectors, RefuseWhatHasNoResultAndWriteNothing) {
         EXPECT_LT(CMathVector::zqvt05(3, bad, x, out.data()), 0);
         EXPECT_NE(CMathVector::zqvt13(x, bad, x, out.data()), 0);
         EXPECT_EQ(CMathVector::zkvt00(3, bad, x, 0.01), 0);
-        EXPECT_NE(CMathGeolib::zhpl01(3, x, 3, bad, zero, 0.01, 0.01, &out[0], &out[3], &out[4]),
+        EXPECT_NE(CMathGeolib::zhpl01(3, x, 3, bad, zero, 0.01, 0.01, out.data(), &out[3], &out[4]),
                   0);
         EXPECT_NE(pierce(Vec(x), Vec(bad), Vec(x), Vec(x), 0.01, out), 0);
         EXPECT_NE(pierce(Vec(x), Vec(x), Vec(x), Vec(bad), 0.01, out), 0);
@@ -237,11 +237,11 @@ TEST(KernelTessellation, RunsAlongTheArcInEvenSteps) {
         EXPECT_EQ(counts, (std::vector{0, c.points, 0}));
         std::vector<ANK_PNT32> points(1);
         ASSERT_TRUE(CTessCircle::GetCircleDiscretization(arc, 0, points));
-        ASSERT_EQ(points.size(), static_cast<std::size_t>(c.points + 1));
+        ASSERT_EQ(points.size(), static_cast<std::size_t>(c.points) + 1);
         for (int i = 0; i < c.points; ++i) {
             const double t = c.from + c.sweep * i / (c.points - 1);
             const Vec at{5.0, -3.0 + 0.5 * c.radius * std::cos(t), 2.0 + c.radius * std::sin(t)};
-            ExpectVec3Near(points.at(static_cast<std::size_t>(i + 1)), at,
+            ExpectVec3Near(points.at(static_cast<std::size_t>(i) + 1), at,
                            1e-6 * std::max(c.radius, 1.0F));
         }
     }

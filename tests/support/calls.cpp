@@ -3,6 +3,7 @@
 #include <array>
 #include <bit>
 #include <cfloat>
+#include <limits>
 
 #include "support/annotation.h"
 #include "support/members.h"
@@ -203,9 +204,11 @@ std::span<const Record> records() {
 }
 
 std::span<const double> hostileNumbers() {
+    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+    constexpr double infinity = std::numeric_limits<double>::infinity();
     static constexpr double numbers[] = {
-        NAN,   INFINITY, 1e308, DBL_MIN,   DBL_TRUE_MIN, 0.0,           2147483648.0, 1e39, 1e-46,
-        1e-11, 1.0,      -NAN,  -INFINITY, -1e308,       -DBL_TRUE_MIN, -0.0,         -1.0};
+        nan,   infinity, 1e308, DBL_MIN,   DBL_TRUE_MIN, 0.0,           2147483648.0, 1e39, 1e-46,
+        1e-11, 1.0,      -nan,  -infinity, -1e308,       -DBL_TRUE_MIN, -0.0,         -1.0};
     return numbers;
 }
 
