@@ -246,15 +246,21 @@ TEST(KernelTessellation, RunsAlongTheArcInEvenSteps) {
         }
     }
     EXPECT_FALSE(CTessCircle::GetCircleDrawData({&bare, nullptr}, starts, ends, radius, counts));
+    const Ank_Ellipse arc;
     std::vector<ANK_PNT32> points;
     EXPECT_FALSE(CTessCircle::GetCircleDiscretization(nullptr, 0, points));
     EXPECT_FALSE(CTessCircle::GetCircleDiscretization(nullptr, 0.0, 1.0, 1.0, 5, points));
+    EXPECT_FALSE(CTessCircle::GetCircleDiscretization(&arc, 0.0, 1.0, 1.0, 0, points));
+    EXPECT_TRUE(CTessCircle::GetCircleDiscretization(&arc, 1, points));
+    EXPECT_EQ(points.size(), 1U);
 }
 
 TEST(KernelSinglePrecision, PointsCoincideBySquaredDistance) {
     EXPECT_TRUE(SbVec3f(0, 0, 0).equals(SbVec3f(0.31F, 0, 0), 0.1F));
     EXPECT_FALSE(SbVec3f(0, 0, 0).equals(SbVec3f(0.32F, 0, 0), 0.1F));
     SbLine line;
+    line.setValue(SbVec3f(5, 5, 5), SbVec3f(5, 5, 5));
+    ExpectVec3Near(Vec(line.getClosestPoint(SbVec3f(9, 7, 1)).wide().data()), {5.0, 5.0, 5.0}, 0.0);
     line.setValue(SbVec3f(0, 1, 0), SbVec3f(4, 1, 0));
     ExpectVec3Near(Vec(line.getClosestPoint(SbVec3f(9, 7, 1)).wide().data()), {9.0, 1.0, 0.0}, 0.0);
 }
