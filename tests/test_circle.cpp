@@ -11,6 +11,10 @@ struct CircleKind {
     AnkPMITypeEnum type;
     const wchar_t* sign;
     double radii;
+
+    friend std::ostream& operator<<(std::ostream& out, const CircleKind& kind) {
+        return out << kind.call;
+    }
 };
 
 class CircleTest : public testing::TestWithParam<CircleKind> {

@@ -18,6 +18,10 @@ struct Member {
     bool isSection = false;
     /// The text point is given.
     bool isPlaced = true;
+
+    friend std::ostream& operator<<(std::ostream& out, const Member& member) {
+        return out << member.call;
+    }
 };
 
 /// What a dimension measures: along a frame's X axis, from its origin. The dimension line stands at

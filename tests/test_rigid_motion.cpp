@@ -12,6 +12,10 @@ struct Generator {
     bool isHorizontal = false;
     /// The text may stand along the plane's own axes, which come from the world's.
     bool hasTextOnAxes = false;
+
+    friend std::ostream& operator<<(std::ostream& out, const Generator& generator) {
+        return out << generator.call;
+    }
 };
 
 /// What is measured: the first line along Y, the second one at a fair angle to it, so that they
