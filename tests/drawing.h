@@ -107,6 +107,7 @@ inline void ExpectFlags(const Made& made, int type, bool parallelScreen, int sta
     EXPECT_EQ(made.pmi.GetParallelScreen(), parallelScreen);
     EXPECT_TRUE(made.pmi.GetDisplay());
     EXPECT_EQ(made.pmi.GetDim(), 3U);
+    EXPECT_EQ(made.pmi.GetDefPlane().m[3][3], 1.0F);
     EXPECT_EQ(made.status, status);
 }
 

@@ -112,6 +112,9 @@ TEST(Builder, ArcArrowsStopAtAnEmptyArc) {
         heads.push_back(headOf(leader));
     }
     EXPECT_EQ(heads, (std::vector<int>{0, 0, ANK_TERM_ARROW, 0, 0}));
+    const Element arrow = Drawing(made.built).leaders[2];
+    EXPECT_EQ(arrow.numbers("leader"), (std::vector{2.0, 0.0}));
+    EXPECT_EQ(arrow.numbers("curve"), (std::vector{2.0, 1.0, 2.0, 1.0}));
 }
 
 TEST(Builder, ExtensionAndSpecialLines) {

@@ -171,9 +171,10 @@ TEST(KernelIntersections, PointsLieOnBoth) {
 }
 
 TEST(KernelAngle, StandsAboutTheVertexOnTheSideOfTheText) {
-    // An L whose edges end 2 short of its corner (10, 5); the text is 10 away from that.
-    const double edge1[2][3] = {{12, 5, 0}, {20, 5, 0}};
-    const double edge2[2][3] = {{10, 15, 0}, {10, 7, 0}};
+    // An L whose edges end 2 short of its corner (10, 5); the text is 10 away from that. Heights do
+    // not count.
+    const double edge1[2][3] = {{12, 5, 3}, {20, 5, -3}};
+    const double edge2[2][3] = {{10, 15, -3}, {10, 7, 3}};
     const Vec corner{10, 5, 0};
     int number = -1;
     double points[4][3];
@@ -196,6 +197,22 @@ TEST(KernelAngle, StandsAboutTheVertexOnTheSideOfTheText) {
     const Vec expected[] = {corner, {12, 5, 0}, corner, {10, 7, 0}};
     for (std::size_t i = 0; i < 4; ++i) {
         ExpectVec3Near(Vec(points[i]), expected[i], 1e-12);
+    }
+}
+
+TEST(KernelAngle, OfParallelEdgesIsAnEmptyArcAtTheText) {
+    const double edge1[2][3] = {{0, 0, 0}, {10, 0, 0}};
+    const double edge2[2][3] = {{8, 5, 0}, {0, 5, 0}};
+    const double text[3] = {3.0, 2.0, 9.0};
+    int number = -1;
+    double points[4][3];
+    double angle = kUntouched;
+    double vertex[3];
+    CMathGeolib::GetAngleDimData(edge1, edge2, text, number, points, angle, vertex);
+    EXPECT_EQ(number, 0);
+    EXPECT_EQ(angle, 0.0);
+    for (const double* p : {vertex, points[0], points[1], points[2], points[3]}) {
+        EXPECT_EQ(Vec(p), Vec(3.0, 2.0, 0.0));
     }
 }
 

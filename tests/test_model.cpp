@@ -45,10 +45,10 @@ TYPED_TEST(LineList, KeepsWhatBothListsNameAndDeletesTheRestOnce) {
     TypeParam* const c = this->make();
     set(*this->pmi, std::vector{a});
     set(*this->pmi, std::vector{a, b});
-    set(*this->pmi, std::vector{c, b, a, a});
+    set(*this->pmi, std::vector{a, c, b, a});
     set(*this->pmi, listOf(*this->pmi, a));
     EXPECT_EQ(this->deleted, 0);
-    EXPECT_EQ(listOf(*this->pmi, a), (std::vector{c, b, a, a}));
+    EXPECT_EQ(listOf(*this->pmi, a), (std::vector{a, c, b, a}));
     set(*this->pmi, std::vector{b, b});
     EXPECT_EQ(this->deleted, 2);
     this->pmi.reset();
