@@ -263,7 +263,10 @@ TEST(KernelTessellation, RunsAlongTheArcInEvenSteps) {
         }
     }
     EXPECT_FALSE(CTessCircle::GetCircleDrawData({&bare, nullptr}, starts, ends, radius, counts));
-    const Ank_Ellipse arc;
+    Ank_Ellipse arc;
+    arc.SetParameter(0.0F, 1.0F);
+    arc.SetRadius(std::numeric_limits<float>::infinity(), 1.0F);
+    EXPECT_EQ(CTessCircle::drawnPart(arc).count, 1001);
     std::vector<ANK_PNT32> points;
     EXPECT_FALSE(CTessCircle::GetCircleDiscretization(nullptr, 0, points));
     EXPECT_FALSE(CTessCircle::GetCircleDiscretization(nullptr, 0.0, 1.0, 1.0, 5, points));
