@@ -15,13 +15,13 @@ namespace {
 
 /// What a dimension of a curve's length is made from.
 struct CurveLength {
-    const Ank_CurveEntity* curve;
+    const Ank_CurveEntity* curve = nullptr;
     AnnotationPlane plane;
     View view;
-    double textHeight;
+    double textHeight = 0.0;
     /// Two lines whose plane orients the sweep of an arc.
-    const Ank_Line* line1;
-    const Ank_Line* line2;
+    const Ank_Line* line1 = nullptr;
+    const Ank_Line* line2 = nullptr;
 };
 
 void drawStraight(const CurveLength& input, Vec3 textPoint, Ank_PMI& pmi) {

@@ -18,11 +18,11 @@ constexpr TextAxes kOutside{{1.0F, 0.0F, 0.0F}, {0.0F, -1.0F, 0.0F}};
 struct PlacedCircle {
     AnnotationPlane plane;
     Vec3 center;
-    double radius;
+    double radius = 0.0;
     Vec3 placed;
     /// From the centre towards the placement; the plane's X axis where both coincide.
     Vec3 direction;
-    double distance;
+    double distance = 0.0;
     Vec3 near;
 
     bool holdsPlacement() const { return radius > distance; }
