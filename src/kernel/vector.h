@@ -76,6 +76,12 @@ private:
         if (!hasDirection(v)) {
             return 1;
         }
+        if (dotOf(v, v) == 1.0) {
+            // As most directions of a part are; a root and three divisions would give them back.
+            *length = 1.0;
+            store(n, v, out);
+            return 0;
+        }
         const double norm = lengthOf(v);
         *length = norm;
         store(n, {v[0] / norm, v[1] / norm, v[2] / norm}, out);
