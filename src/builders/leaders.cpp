@@ -51,8 +51,8 @@ bool setArcTerminator(Ank_Leader& leader, const Ank_Ellipse& arc) {
     if (drawn.start == drawn.end) {
         return false;
     }
-    const ANK_PNT32 tip = CTessCircle::pointAt(arc, drawn.start, drawn.end, 0, drawn.count);
-    const ANK_PNT32 next = CTessCircle::pointAt(arc, drawn.start, drawn.end, 1, drawn.count);
+    const ANK_PNT32 tip = drawn.point(0);
+    const ANK_PNT32 next = drawn.point(1);
     const double length = distance(widen(tip), widen(next));
     float size[2] = {static_cast<float>(length), static_cast<float>(length / kArrowProportion)};
     leader.SetTerminator(ANK_TERM_ARROW, size, tip, toDirection32(unit(widen(next) - widen(tip))));

@@ -17,18 +17,30 @@ constexpr int kFewestChords = 3;
 constexpr int kMostChords = 1000;
 
 int pointCount(double arcLength) {
-    return std::clamp(wholePart(std::round(arcLength / kChordLength)), kFewestChords, kMostChords) +
-           1;
-}
-
-double largerRadius(const Ank_Ellipse& arc) {
-    float first = 0.0F;
-    float second = 0.0F;
-    arc.GetRadius(first, second);
-    return std::max(first, second);
+    return std::clamp(wholePart(arcLength / kChordLength + 0.5), kFewestChords, kMostChords) + 1;
 }
 
 } // namespace
+
+CircleFrame::CircleFrame(const Ank_Ellipse& arc) : center(arc.GetCenterPoint()) {
+    ANK_DIR32 unused;
+    arc.GetXYZDir(x, y, unused);
+    arc.GetRadius(radiusX, radiusY);
+}
+
+ANK_PNT32 CircleFrame::at(double parameter) const {
+    const double alongX = radiusX * std::cos(parameter);
+    const double alongY = radiusY * std::sin(parameter);
+    return {static_cast<float>(center.x + alongX * x.x + alongY * y.x),
+            static_cast<float>(center.y + alongX * x.y + alongY * y.y),
+            static_cast<float>(center.z + alongX * x.z + alongY * y.z)};
+}
+
+double CircleFrame::largerRadius() const { return std::max(radiusX, radiusY); }
+
+ANK_PNT32 CTessCircle::Drawn::point(int i) const {
+    return frame.at(count > 1 ? start + (end - start) * i / (count - 1) : start);
+}
 
 const Ank_Ellipse* CTessCircle::arcOf(const Ank_Leader* leader) {
     if (leader == nullptr) {
@@ -55,24 +67,8 @@ CTessCircle::Drawn CTessCircle::drawnPart(const Ank_Ellipse& arc) {
     } else {
         end += end < start ? turn * std::ceil((start - end) / turn) : 0.0;
     }
-    return {start, end, pointCount(largerRadius(arc) * std::abs(end - start))};
-}
-
-ANK_PNT32 CTessCircle::pointAt(const Ank_Ellipse& arc, double start, double end, int i, int count) {
-    const double t = count > 1 ? start + (end - start) * i / (count - 1) : start;
-    float first = 0.0F;
-    float second = 0.0F;
-    arc.GetRadius(first, second);
-    ANK_DIR32 x;
-    ANK_DIR32 y;
-    ANK_DIR32 z;
-    arc.GetXYZDir(x, y, z);
-    const ANK_PNT32 center = arc.GetCenterPoint();
-    const double alongX = first * std::cos(t);
-    const double alongY = second * std::sin(t);
-    return {static_cast<float>(center.x + alongX * x.x + alongY * y.x),
-            static_cast<float>(center.y + alongX * x.y + alongY * y.y),
-            static_cast<float>(center.z + alongX * x.z + alongY * y.z)};
+    const CircleFrame frame(arc);
+    return {frame, start, end, pointCount(frame.largerRadius() * std::abs(end - start))};
 }
 
 bool CTessCircle::GetCircleDrawData(std::vector<Ank_Leader*> leaders, std::vector<double>& starts,
@@ -92,7 +88,7 @@ bool CTessCircle::GetCircleDrawData(std::vector<Ank_Leader*> leaders, std::vecto
         starts[i] = drawn.start;
         ends[i] = drawn.end;
         counts[i] = drawn.count;
-        value = std::max(value, largerRadius(*arc));
+        value = std::max(value, drawn.frame.largerRadius());
         anyArc = true;
     }
     return anyArc;
@@ -105,8 +101,9 @@ bool CTessCircle::GetCircleDiscretization(const Ank_Ellipse* arc, double start, 
         return false;
     }
     points.reserve(points.size() + static_cast<std::size_t>(count));
+    const Drawn drawn{CircleFrame(*arc), start, end, count};
     for (int i = 0; i < count; ++i) {
-        points.push_back(pointAt(*arc, start, end, i, count));
+        points.push_back(drawn.point(i));
     }
     return true;
 }
@@ -117,7 +114,7 @@ bool CTessCircle::GetCircleDiscretization(const Ank_Ellipse* arc, int count,
         return false;
     }
     const Drawn drawn = drawnPart(*arc);
-    return GetCircleDiscretization(arc, drawn.start, drawn.end, largerRadius(*arc),
+    return GetCircleDiscretization(arc, drawn.start, drawn.end, drawn.frame.largerRadius(),
                                    count > 0 ? count : drawn.count, points);
 }
 

@@ -7,13 +7,29 @@
 
 namespace dorvale {
 
+/// The points of an arc by their parameter.
+struct CircleFrame {
+    ANK_PNT32 center;
+    ANK_DIR32 x;
+    ANK_DIR32 y;
+    float radiusX = 0.0F;
+    float radiusY = 0.0F;
+
+    explicit CircleFrame(const Ank_Ellipse& arc);
+    ANK_PNT32 at(double parameter) const;
+    double largerRadius() const;
+};
+
 class CTessCircle {
 public:
-    /// The part of an arc that is drawn, and its number of points.
+    /// A part of an arc as `count` points, spread evenly from the start to the end parameter.
     struct Drawn {
+        CircleFrame frame;
         double start = 0.0;
         double end = 0.0;
         int count = 0;
+
+        ANK_PNT32 point(int i) const;
     };
 
     /// The leader's curve if it is an arc, else null; so for a null leader.
@@ -22,8 +38,6 @@ public:
     /// side of the first that the arc's direction asks for; equal parameters stay equal. The points
     /// are one more than the chords: one chord per 3.36 of length, at least 3 and at most 1000.
     static Drawn drawnPart(const Ank_Ellipse& arc);
-    /// Point i of `count` points, spread evenly from the start to the end parameter.
-    static ANK_PNT32 pointAt(const Ank_Ellipse& arc, double start, double end, int i, int count);
 
     /// The drawn part of each leader's arc, zeros for a leader without one; `value` receives the
     /// largest radius. False where no leader has an arc.
