@@ -101,17 +101,17 @@ struct DimensionArc {
     Vec3 vertex;
     Vec3 textPoint;
     double radius = 0.0;
+    Vec3 towardsText;
     std::array<Vec3, 2> ends;
-
-    Vec3 towardsText() const { return unit(textPoint - vertex); }
 };
 
 DimensionArc arcThrough(Vec3 textPoint, Vec3 vertex, const Side& side1, const Side& side2) {
-    DimensionArc arc{vertex, textPoint, distance(flat(textPoint), flat(vertex)), {}};
+    DimensionArc arc{
+        vertex, textPoint, distance(flat(textPoint), flat(vertex)), unit(textPoint - vertex), {}};
     arc.ends = {moved(vertex, unit(side1.pick - vertex), arc.radius),
                 moved(vertex, unit(side2.pick - vertex), arc.radius)};
     const Vec3 bisector = unit(midpoint(arc.ends[0], arc.ends[1]) - vertex);
-    if (degreesBetween(bisector, arc.towardsText()) > 90.0) {
+    if (degreesBetween(bisector, arc.towardsText) > 90.0) {
         // The text stands in the opposite angle: reflect the ends through the plane's origin, where
         // the edges cross.
         arc.ends = {-arc.ends[0], -arc.ends[1]};
@@ -189,8 +189,7 @@ void PMICreateAngleDim3D(int* angleMode, int* flag1, int* flag2, _ank_element* e
     }
     assembly.setArcTerminators();
     assembly.addText(angleTextLine(degrees, *angleMode), arc.textPoint,
-                     readable(textOnCircle(unit(flat(arc.towardsText()))), plane, view),
-                     textHeight);
+                     readable(textOnCircle(unit(flat(arc.towardsText))), plane, view), textHeight);
     setAngleFlags(*pmi);
     *status = 0;
 }

@@ -144,9 +144,10 @@ void PMICreateArcDim3D(int* /*unused*/, Ank_CurveEntity* curve, _ank_locate* loc
                        double textHeight, Ank_PMI* pmi, int* status, double* viewMatrix,
                        Ank_Line* line1, Ank_Line* line2) {
     const View view = View::fromMatrix(viewMatrix);
-    const AnnotationPlane plane =
-        definePlane(PlaneKind::Line, curve, nullptr, view.towardsViewer).plane();
-    drawCurveLength({curve, plane, view, textHeight, line1, line2}, *locate, *pmi);
+    drawCurveLength({curve,
+                     definePlane(PlaneKind::Line, curve, nullptr, view.towardsViewer).plane(), view,
+                     textHeight, line1, line2},
+                    *locate, *pmi);
     pmi->SetParallelScreen(true);
     pmi->SetDisplay(true);
     pmi->SetDim(3);
@@ -157,10 +158,10 @@ void PMICreateClipArcDim3D(int* /*unused*/, double* normal, double* origin, doub
                            Ank_CurveEntity* curve, _ank_locate* locate, double textHeight,
                            Ank_PMI* pmi, int* status, double* viewMatrix, Ank_Line* line1,
                            Ank_Line* line2) {
-    const AnnotationPlane plane =
-        AnnotationPlane::ofSection(fromArray(normal), fromArray(origin), fromArray(xPoint));
     const bool straight = drawCurveLength(
-        {curve, plane, View::fromMatrix(viewMatrix), textHeight, line1, line2}, *locate, *pmi);
+        {curve, AnnotationPlane::ofSection(fromArray(normal), fromArray(origin), fromArray(xPoint)),
+         View::fromMatrix(viewMatrix), textHeight, line1, line2},
+        *locate, *pmi);
     if (!straight) {
         pmi->SetType(ANK_PMI_CLIP_ARC);
     }
