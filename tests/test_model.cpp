@@ -128,6 +128,10 @@ TEST(Model, TextCopiesTheNameOfItsFont) {
     EXPECT_EQ(text.GetFont(), L"plain");
     text.SetFont(nullptr);
     EXPECT_EQ(text.GetFont(), L"");
+    text.SetFont(font);
+    font[0] = L'\0';
+    text.SetFont(font);
+    EXPECT_EQ(text.GetFont(), L"");
 }
 
 } // namespace

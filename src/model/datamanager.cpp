@@ -7,7 +7,10 @@ namespace {
 
 /// Deletes every object of a list once, also one that the list names twice.
 template <typename T> void deleteAll(std::vector<T*>& objects) {
-    std::sort(objects.begin(), objects.end());
+    if (objects.size() > 2) {
+        // In a shorter list equal ones are neighbours as they are.
+        std::sort(objects.begin(), objects.end());
+    }
     const auto end = std::unique(objects.begin(), objects.end());
     std::for_each(objects.begin(), end, [](T* object) { delete object; });
 }
@@ -17,6 +20,9 @@ template <typename T> void deleteAll(std::vector<T*>& objects) {
 template <typename T> void replaceAll(std::vector<T*>& owned, const std::vector<T*>& next) {
     std::vector<T*> dropped = next;
     dropped.swap(owned);
+    if (dropped.empty()) {
+        return;
+    }
     const auto stillNamed = [&owned](const T* object) {
         return std::find(owned.begin(), owned.end(), object) != owned.end();
     };
@@ -241,7 +247,14 @@ Ank_Text::Ank_Text() = default;
 Ank_Text::~Ank_Text() = default;
 
 void Ank_Text::SetText(std::wstring text) { text_ = std::move(text); }
-void Ank_Text::SetFont(wchar_t* font) { font_ = font == nullptr ? L"" : font; }
+
+void Ank_Text::SetFont(wchar_t* font) {
+    if (font == nullptr || *font == L'\0') {
+        font_.clear();
+    } else {
+        font_ = font;
+    }
+}
 
 void Ank_Text::SetCharWidthHeight(const float& width, const float& height) {
     charWidth_ = width;
