@@ -111,9 +111,10 @@ void floorAmong(benchmark::State& state, const Generator& generator) {
 
 void buildArc(benchmark::State& state) {
     const auto radius = static_cast<float>(state.range(0));
+    Ank_Ellipse circle = quarterCircle(radius);
     while (state.KeepRunning()) {
         Ank_PMI pmi;
-        buildArcOfRadius(pmi, radius);
+        buildArcLength(pmi, circle, radius);
         benchmark::DoNotOptimize(pmi);
     }
 }

@@ -8,11 +8,12 @@ namespace {
 
 constexpr double kHeight = 3.5;
 
-/// Stays the caller's; each call gets its own copy of what it may write to.
+/// Stays the caller's; what a call may write to is set anew for each.
 struct Part {
     double points[6][3] = {{0, 0, 0}, {0, 10, 0}, {0, 20, 0}, {50, 0, 0}, {50, 10, 0}, {50, 20, 0}};
     double text[3] = {25, 25, 0};
     double view[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+    _ank_locate locate{};
     double sectionNormal[3] = {0, 0, 1};
     double sectionOrigin[3] = {0, 0, 0};
     double sectionX[3] = {30, 0, 0};
@@ -22,25 +23,21 @@ struct Part {
     Ank_Line edge;
     Ank_Line slope;
     Ank_Line parallel;
-    Ank_Ellipse circle;
+    Ank_Ellipse circle = quarterCircle(10);
 
     Part() {
         edge.SetEndPoint({40, 0, 0});
         slope.SetEndPoint({20, 34.6410162F, 0});
         parallel.SetStartPoint({0, 20, 0});
         parallel.SetEndPoint({40, 20, 0});
-        setRadius(10);
-    }
-
-    void setRadius(float radius) {
-        circle.SetRadius(radius, radius);
-        circle.SetCoordiantePnt({radius, 0, 0}, {0, radius, 0});
-    }
-
-    _ank_locate placedAt(double x, double y) const {
-        _ank_locate locate{{x, y, 0}, {}};
         std::copy_n(view, 16, locate.viewMatrix);
-        return locate;
+    }
+
+    _ank_locate* placedAt(double x, double y) {
+        locate.point[0] = x;
+        locate.point[1] = y;
+        locate.point[2] = 0;
+        return &locate;
     }
 };
 
@@ -59,8 +56,8 @@ using Circle = void (*)(int*, Ank_CurveEntity*, _ank_locate*, int*, double, Ank_
                         double*);
 
 template <Circle create> void circle(Ank_PMI& pmi) {
-    _ank_locate locate = part().placedAt(20, 15);
-    create(&part().kindCode, &part().circle, &locate, nullptr, kHeight, &pmi, &part().status,
+    _ank_locate* const locate = part().placedAt(20, 15);
+    create(&part().kindCode, &part().circle, locate, nullptr, kHeight, &pmi, &part().status,
            part().view);
 }
 
@@ -69,36 +66,36 @@ void update(Ank_PMI& pmi) {
 }
 
 void parallel(Ank_PMI& pmi) {
-    _ank_locate locate = part().placedAt(20, 15);
-    PMICreateParallelDim3D(&part().kindCode, nullptr, &part().edge, &part().edge, nullptr, &locate,
+    _ank_locate* const locate = part().placedAt(20, 15);
+    PMICreateParallelDim3D(&part().kindCode, nullptr, &part().edge, &part().edge, nullptr, locate,
                            kHeight, &pmi, &part().status, part().view);
 }
 
-void arc(Ank_PMI& pmi) { buildArcOfRadius(pmi, 10); }
+void arc(Ank_PMI& pmi) { buildArcLength(pmi, part().circle, 10); }
 
 void clipArc(Ank_PMI& pmi) {
     Part& p = part();
-    _ank_locate locate = p.placedAt(20, 15);
-    PMICreateClipArcDim3D(nullptr, p.sectionNormal, p.sectionOrigin, p.sectionX, &p.circle, &locate,
+    _ank_locate* const locate = p.placedAt(20, 15);
+    PMICreateClipArcDim3D(nullptr, p.sectionNormal, p.sectionOrigin, p.sectionX, &p.circle, locate,
                           kHeight, &pmi, &p.status, p.view, &p.edge, &p.slope);
 }
 
 void angle(Ank_PMI& pmi) {
     Part& p = part();
-    _ank_locate locate = p.placedAt(50, 15);
+    _ank_locate* const locate = p.placedAt(50, 15);
     int count = 0;
     double lines[4][3];
-    PMICreateAngleDim(&p.angleMode, &p.edge, &p.slope, &locate, kHeight, &pmi, &p.status, count,
+    PMICreateAngleDim(&p.angleMode, &p.edge, &p.slope, locate, kHeight, &pmi, &p.status, count,
                       lines, p.view);
 }
 
 void angle3d(Ank_PMI& pmi) {
     Part& p = part();
-    _ank_locate locate = p.placedAt(50, 15);
+    _ank_locate* const locate = p.placedAt(50, 15);
     _ank_element first{&p.edge, {20, 0, 0}};
     _ank_element second{&p.slope, {10, 17.3, 0}};
     int flags[2];
-    PMICreateAngleDim3D(&p.angleMode, &flags[0], &flags[1], &first, &second, &locate, nullptr,
+    PMICreateAngleDim3D(&p.angleMode, &flags[0], &flags[1], &first, &second, locate, nullptr,
                         nullptr, kHeight, &pmi, &p.status, p.view);
 }
 
@@ -110,14 +107,14 @@ void note(Ank_PMI& pmi) {
 
 void linDist(Ank_PMI& pmi) {
     Part& p = part();
-    _ank_locate locate = p.placedAt(50, 10);
-    PMICreateLinDistDim3D(&p.edge, &p.parallel, &locate, kHeight, &pmi, &p.status, p.view, nullptr);
+    _ank_locate* const locate = p.placedAt(50, 10);
+    PMICreateLinDistDim3D(&p.edge, &p.parallel, locate, kHeight, &pmi, &p.status, p.view, nullptr);
 }
 
 void linDot(Ank_PMI& pmi) {
     Part& p = part();
-    _ank_locate locate = p.placedAt(50, 10);
-    PMICreateLinDotDim3D(&p.edge, &p.parallel, &locate, kHeight, &pmi, &p.status, p.view);
+    _ank_locate* const locate = p.placedAt(50, 10);
+    PMICreateLinDotDim3D(&p.edge, &p.parallel, locate, kHeight, &pmi, &p.status, p.view);
 }
 
 void dotDist(Ank_PMI& pmi) {
@@ -127,16 +124,16 @@ void dotDist(Ank_PMI& pmi) {
 
 void clip(Ank_PMI& pmi) {
     Part& p = part();
-    _ank_locate locate = p.placedAt(10, 10);
-    PMICreateClipDim3D(p.sectionNormal, p.sectionOrigin, p.sectionX, &locate, kHeight, &pmi,
+    _ank_locate* const locate = p.placedAt(10, 10);
+    PMICreateClipDim3D(p.sectionNormal, p.sectionOrigin, p.sectionX, locate, kHeight, &pmi,
                        &p.status, p.view);
 }
 
 void clipLinDot(Ank_PMI& pmi) {
     Part& p = part();
-    _ank_locate locate = p.placedAt(50, 10);
+    _ank_locate* const locate = p.placedAt(50, 10);
     PMICreateClipLinDotDim3D(p.sectionNormal, p.sectionOrigin, p.sectionX, &p.edge, &p.parallel,
-                             &locate, kHeight, &pmi, &p.status, p.view);
+                             locate, kHeight, &pmi, &p.status, p.view);
 }
 
 constexpr Generator kGenerators[] = {
@@ -164,11 +161,17 @@ constexpr Generator kGenerators[] = {
 
 std::span<const Generator> generators() { return kGenerators; }
 
-void buildArcOfRadius(Ank_PMI& pmi, float radius) {
+Ank_Ellipse quarterCircle(float radius) {
+    Ank_Ellipse circle;
+    circle.SetRadius(radius, radius);
+    circle.SetCoordiantePnt({radius, 0, 0}, {0, radius, 0});
+    return circle;
+}
+
+void buildArcLength(Ank_PMI& pmi, Ank_Ellipse& circle, double radius) {
     Part& p = part();
-    p.setRadius(radius);
-    _ank_locate locate = p.placedAt(1.2 * radius, 0.9 * radius);
-    PMICreateArcDim3D(nullptr, &p.circle, &locate, kHeight, &pmi, &p.status, p.view, &p.edge,
+    _ank_locate* const locate = p.placedAt(1.2 * radius, 0.9 * radius);
+    PMICreateArcDim3D(nullptr, &circle, locate, kHeight, &pmi, &p.status, p.view, &p.edge,
                       &p.slope);
 }
 

@@ -14,7 +14,8 @@ struct Generator {
 
 std::span<const Generator> generators();
 
-/// The length of a quarter circle of a radius, its dimension arc just outside.
-void buildArcOfRadius(Ank_PMI& pmi, float radius);
+Ank_Ellipse quarterCircle(float radius);
+/// The length of a quarter circle, its dimension arc just outside.
+void buildArcLength(Ank_PMI& pmi, Ank_Ellipse& circle, double radius);
 
 } // namespace dorvale::bench
