@@ -11,7 +11,7 @@ namespace {
 
 constexpr float kCharSpacing = 0.0F;
 
-std::unique_ptr<Ank_Text> makeText(std::wstring line, const ANK_PNT32& location,
+std::unique_ptr<Ank_Text> makeText(std::wstring&& line, const ANK_PNT32& location,
                                    const TextAxes& axes, CharSize size) {
     auto text = std::make_unique<Ank_Text>();
     text->SetText(std::move(line));
@@ -85,14 +85,14 @@ std::unique_ptr<Ank_ComText> makeStackedText(std::span<const std::wstring> lines
     PendingList<Ank_Text> texts(lines.size());
     for (const std::wstring& line : lines) {
         if (!line.empty()) {
-            texts.add(makeText(line, location, axes, size));
+            texts.add(makeText(std::wstring(line), location, axes, size));
             location.y = static_cast<float>(location.y + size.height);
         }
     }
     return makeBlock(texts, frame);
 }
 
-std::unique_ptr<Ank_ComText> makeTextLine(std::wstring line, const ANK_PNT32& location,
+std::unique_ptr<Ank_ComText> makeTextLine(std::wstring&& line, const ANK_PNT32& location,
                                           const TextAxes& axes, double height) {
     const CharSize size = charSizeOf(textHeightOr(height));
     const TextFrame frame =
@@ -111,7 +111,7 @@ std::unique_ptr<Ank_ComText> makePlacedText(std::span<const std::wstring> lines,
     PendingList<Ank_Text> texts(lines.size());
     for (std::size_t i = 0; i < lines.size(); ++i) {
         if (!lines[i].empty()) {
-            texts.add(makeText(lines[i], locations[i], axes, size));
+            texts.add(makeText(std::wstring(lines[i]), locations[i], axes, size));
         }
     }
     return makeBlock(texts, frame);

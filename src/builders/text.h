@@ -52,7 +52,7 @@ std::unique_ptr<Ank_ComText> makeStackedText(std::span<const std::wstring> lines
                                              double height);
 
 /// A block of one line.
-std::unique_ptr<Ank_ComText> makeTextLine(std::wstring line, const ANK_PNT32& location,
+std::unique_ptr<Ank_ComText> makeTextLine(std::wstring&& line, const ANK_PNT32& location,
                                           const TextAxes& axes, double height);
 
 /// The same with a location for each line, empty ones included.

@@ -68,12 +68,9 @@ void Assembly::setExtensionLinesIfAny() {
     }
 }
 
-void Assembly::addText(std::optional<std::wstring> line, Vec3 location, const TextAxes& axes,
-                       double height) {
-    if (line) {
-        give(makeTextLine(std::move(*line), toPoint32(location), axes, height),
-             [this](Ank_ComText* taken) { pmi_.AddComText(taken); });
-    }
+void Assembly::addText(std::wstring&& line, Vec3 location, const TextAxes& axes, double height) {
+    give(makeTextLine(std::move(line), toPoint32(location), axes, height),
+         [this](Ank_ComText* taken) { pmi_.AddComText(taken); });
 }
 
 } // namespace dorvale

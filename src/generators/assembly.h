@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "builders/curves.h"
 #include "builders/ownership.h"
@@ -53,9 +54,15 @@ public:
     void addExtensionLine(Vec3 from, Vec3 to);
     void setExtensionLinesIfAny();
 
-    /// A block of one line at the location; none for a value that cannot be shown.
-    void addText(std::optional<std::wstring> line, Vec3 location, const TextAxes& axes,
-                 double height);
+    /// A block of one line at the location.
+    void addText(std::wstring&& line, Vec3 location, const TextAxes& axes, double height);
+    /// The same; none for a value that cannot be shown.
+    void addText(std::optional<std::wstring>&& line, Vec3 location, const TextAxes& axes,
+                 double height) {
+        if (line) {
+            addText(std::move(*line), location, axes, height);
+        }
+    }
 
 private:
     struct ArcLeader {
