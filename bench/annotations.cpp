@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -69,28 +70,33 @@ void floorOf(benchmark::State& state, const Generator& generator) {
     }
 }
 
-// Many objects stay alive from one repetition of a benchmark to the next, and go before another
-// benchmark gets its own.
+// Many objects stay alive from one repetition of a benchmark to the next, those of a generator
+// beside the blocks of its floor, and go before another generator gets its own.
 std::string owner;
-std::shared_ptr<void> population;
+std::map<std::string, std::shared_ptr<void>> populations;
 
 template <typename T, typename Fill>
-T* populationOf(const std::string& name, std::size_t size, Fill fill) {
-    if (owner != name) {
-        population.reset();
+T* populationOf(const std::string& generator, const std::string& name, std::size_t size,
+                Fill fill) {
+    if (owner != generator) {
+        populations.clear();
+        owner = generator;
+    }
+    std::shared_ptr<void>& population = populations[name];
+    if (!population) {
         const auto objects = std::shared_ptr<T[]>(new T[size]);
         std::for_each_n(objects.get(), size, fill);
         population = objects;
-        owner = name;
     }
     return static_cast<T*>(population.get());
 }
 
 /// Replaces one of many living objects, round and round.
 template <typename T, typename Fill>
-void replaceAmong(benchmark::State& state, const std::string& name, Fill fill) {
+void replaceAmong(benchmark::State& state, const Generator& generator, const std::string& what,
+                  Fill fill) {
     const auto size = static_cast<std::size_t>(state.range(0));
-    T* const objects = populationOf<T>(name + std::to_string(size), size, fill);
+    T* const objects = populationOf<T>(generator.name, what + std::to_string(size), size, fill);
     std::size_t i = 0;
     while (state.KeepRunning()) {
         std::destroy_at(&objects[i]);
@@ -100,12 +106,12 @@ void replaceAmong(benchmark::State& state, const std::string& name, Fill fill) {
 }
 
 void buildAmong(benchmark::State& state, const Generator& generator) {
-    replaceAmong<Ank_PMI>(state, generator.name + std::string("/"), generator.build);
+    replaceAmong<Ank_PMI>(state, generator, "annotations", generator.build);
 }
 
 void floorAmong(benchmark::State& state, const Generator& generator) {
     const std::vector<std::size_t> sizes = blocksOf(generator).kept;
-    replaceAmong<Blocks>(state, generator.name + std::string("/floor/"),
+    replaceAmong<Blocks>(state, generator, "blocks",
                          [&](Blocks& blocks) { blocks.allocate(sizes); });
 }
 
