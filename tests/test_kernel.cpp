@@ -56,6 +56,16 @@ TEST(KernelVectors, WorkInPlaceAndInTwoDimensions) {
     EXPECT_NEAR(size, 0.4, 1e-15);
 }
 
+TEST(KernelVectors, GiveUnitVectorsBackAsTheyAre) {
+    for (const Vec& direction : {Vec{0.0, 0.0, -1.0}, Vec{0.28, -0.96, 0.0}}) {
+        double size = 0.0;
+        double out[3] = {};
+        EXPECT_EQ(CMathVector::zqvt04(3, direction.array().data(), &size, out), 0);
+        EXPECT_EQ(size, 1.0);
+        EXPECT_EQ(Vec(out), direction);
+    }
+}
+
 TEST(KernelVectors, RefuseWhatHasNoResultAndWriteNothing) {
     const double x[3] = {2.0, 0.0, 0.0};
     const double back[3] = {-3.0, 0.0, 0.0};
