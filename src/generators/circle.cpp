@@ -2,6 +2,7 @@
 #include "generators/assembly.h"
 #include "generators/kindcode.h"
 #include "geometry/definitionplane.h"
+#include "model/values.h"
 #include "valuetext/valueline.h"
 
 using namespace dorvale;
@@ -88,7 +89,7 @@ void PMICreateDiameterDim3D(int* kindCode, Ank_CurveEntity* curve, _ank_locate* 
     constexpr std::wstring_view kDiameterSign = L"\u2300";
     assembly.addText(lengthLine(2.0 * circle.radius, kDiameterSign), circle.placed, text,
                      textHeight);
-    pmi->SetType(ANK_PMI_DIAMETER);
+    pmi->SetType(kDiameterDimension);
     pmi->SetParallelScreen(true);
     pmi->SetDisplay(true);
     pmi->SetDim(3);
@@ -119,7 +120,7 @@ void PMICreateRadiusDim3D(int* kindCode, Ank_CurveEntity* curve, _ank_locate* lo
         addRadiusText(std::move(*line), circle, readable(text, circle.plane, view), textHeight,
                       *pmi);
     }
-    pmi->SetType(ANK_PMI_RADIUS);
+    pmi->SetType(kRadiusDimension);
     pmi->SetDisplay(true);
     pmi->SetDim(3);
     pmi->SetParallelScreen(true);
