@@ -7,6 +7,7 @@
 
 #include "builders/ownership.h"
 #include "kernel/sb.h"
+#include "model/records.h"
 #include "model/values.h"
 
 namespace dorvale {
@@ -74,7 +75,7 @@ void PMISetEnvelope(int mode, bool apply, bool stub, bool withEnvelope, Envelope
     if (mode != 1 || !apply || pmi == nullptr) {
         return;
     }
-    ANK_PNT32 anchor{};
+    ANK_PNT32 anchor = point32(0.0F, 0.0F, 0.0F);
     const std::vector<Ank_Leader*>& leaders = pmi->GetLeaders();
     if (!leaders.empty()) {
         const std::optional<ANK_PNT32> farEnd =

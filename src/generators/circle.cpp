@@ -11,7 +11,7 @@ namespace {
 
 constexpr Vec3 kPlaneX{1.0, 0.0, 0.0};
 /// Outside the circle the text stands along the plane's X axis, its up direction mirrored.
-constexpr TextAxes kOutside{{1.0F, 0.0F, 0.0F}, {0.0F, -1.0F, 0.0F}};
+TextAxes outsideText() { return {direction32(1.0F, 0.0F, 0.0F), direction32(0.0F, -1.0F, 0.0F)}; }
 
 /// A circle and the placement of its text, in the circle's plane:
 ///
@@ -85,7 +85,7 @@ void PMICreateDiameterDim3D(int* kindCode, Ank_CurveEntity* curve, _ank_locate* 
     assembly.setLeaders();
 
     const TextAxes text =
-        readable(inside ? textAlong(circle.direction) : kOutside, circle.plane, view);
+        readable(inside ? textAlong(circle.direction) : outsideText(), circle.plane, view);
     constexpr std::wstring_view kDiameterSign = L"\u2300";
     assembly.addText(lengthLine(2.0 * circle.radius, kDiameterSign), circle.placed, text,
                      textHeight);
@@ -104,7 +104,7 @@ void PMICreateRadiusDim3D(int* kindCode, Ank_CurveEntity* curve, _ank_locate* lo
     const View view = View::fromMatrix(viewMatrix);
     const PlacedCircle circle = placeCircle(curve, *locate, view, *pmi);
     Assembly assembly(*pmi);
-    TextAxes text = kOutside;
+    TextAxes text = outsideText();
     if (circle.holdsPlacement()) {
         assembly.addLeader(circle.near, circle.placed);
         assembly.setLeaders();
