@@ -63,7 +63,9 @@ function(add_own_model_test generator build_type)
     )
     set_tests_properties(
         packaging.own_model.${name}
-        PROPERTIES PROCESSORS ${processors} ENVIRONMENT "MAKEFLAGS=-j${processors};${run_environment}"
+        # Not the installed libraries: they are built against another model.
+        PROPERTIES PROCESSORS ${processors}
+                   ENVIRONMENT "MAKEFLAGS=-j${processors};WINEPATH=${CMAKE_RUNTIME_OUTPUT_DIRECTORY}"
     )
 endfunction()
 find_program(DORVALE_NINJA ninja)
