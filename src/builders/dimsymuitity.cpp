@@ -288,7 +288,10 @@ ANK_DIR32 CDimSymUitity::GetNoraml(const ANK_PNT32& p0, const ANK_PNT32& p1, con
 }
 
 void CDimSymUitity::GetNoraml(double* p0, double* p1, double* p2, double* normal) {
-    writeTo(normal, normalOf(fromArray(p0), fromArray(p1), fromArray(p2)));
+    const std::optional<Vec3> found = tryNormalOf(fromArray(p0), fromArray(p1), fromArray(p2));
+    if (found) {
+        writeTo(normal, *found);
+    }
 }
 
 ANK_PNT32 CDimSymUitity::ComputeVecByAngle(const ANK_DIR32& axis, const ANK_DIR32& direction,

@@ -14,8 +14,6 @@ namespace {
 
 /// Where the text stands right above an end, by the squared distance of its foot.
 constexpr float kAboveEnd = 0.1F;
-/// A dimension line's end within this distance of an edge lies on it.
-constexpr double kOnEdge = 0.01;
 
 /// One measured end, in the plane: the point, and the edge it was measured on, if it was one.
 struct MeasuredEnd {

@@ -37,8 +37,6 @@ void setAxesOfNormal(PlaneDefinition& plane, Vec3 normal, double angularToleranc
                                                             : tryUnitNormal(kWorld.z, normal));
 }
 
-constexpr double kCrossingDistance = 0.005;
-constexpr double kCrossingAngle = 6.5e-5;
 /// Components of a unit direction below this count as zero in a slope.
 constexpr double kLeastComponent = 0.005;
 constexpr double kEqualSlopes = 1e-9;
@@ -231,9 +229,12 @@ int PMI3DPlnDef(int kind, Ank_CurveEntity* first, Ank_CurveEntity* second, _ank_
                 double* const tolerances, double* const origin, double* const xAxis,
                 double* const yAxis, double* viewMatrix) {
     using namespace dorvale;
-    const PlaneDefinition plane =
-        definePlane(static_cast<PlaneKind>(kind), first, second,
-                    View::fromMatrix(viewMatrix).towardsViewer, tolerances[1]);
+    PlaneDefinition plane;
+    if (kind >= kFirstPlaneKind && kind <= kLastPlaneKind) {
+        const double angularTolerance = tolerances == nullptr ? kTolerances.angle : tolerances[1];
+        plane = definePlane(static_cast<PlaneKind>(kind), first, second,
+                            View::fromMatrix(viewMatrix).towardsViewer, angularTolerance);
+    }
     writeTo(origin, plane.origin);
     writeTo(xAxis, plane.xAxis);
     writeTo(yAxis, plane.yAxis);

@@ -15,6 +15,8 @@ enum class PlaneKind : int {
     Line = 7,
     TwoPointLines = 11,
 };
+inline constexpr int kFirstPlaneKind = 2;
+inline constexpr int kLastPlaneKind = 11;
 
 inline constexpr int kParallelLines = 900;
 inline constexpr int kNoAngle = 10;

@@ -37,17 +37,19 @@ Course courseOf(const Arc& arc) {
 }
 
 /// The middle of an arc, in its plane: on the chord's side of the centre for a minor arc, away from
-/// it for a major one. A guide point stands in for the start where the chord tells no side.
+/// it for a major one. Where the chord passes too near to the centre to tell, a guide point stands in
+/// for the start, so that a half circle's rounding decides nothing.
 Vec3 middleOf(const AnnotationPlane& plane, const Arc& arc, const Course& course) {
     const Vec3 center = flat(plane.toPlane(arc.center));
     const Vec3 end = flat(plane.toPlane(arc.end));
     Foot foot = footOnLine(center, flat(plane.toPlane(arc.start)), end);
+    bool major = course.sweep > std::numbers::pi;
     if (foot.distance < kThroughCenter) {
-        const Vec3 guide = course.rest < std::numbers::pi ? course.guideAfter : course.guideBefore;
+        major = course.rest >= std::numbers::pi;
+        const Vec3 guide = major ? course.guideBefore : course.guideAfter;
         foot = footOnLine(center, flat(plane.toPlane(guide)), end);
     }
     const Vec3 towardsChord = unit(flat(foot.point - center));
-    const bool major = course.sweep > std::numbers::pi;
     return moved(plane.toPlane(arc.center), major ? -towardsChord : towardsChord, arc.radius);
 }
 
@@ -55,7 +57,11 @@ float angleInPlane(Vec3 v) { return std::atan2(static_cast<float>(v.y), static_c
 
 } // namespace
 
-Vec3 normalOf(Vec3 p0, Vec3 p1, Vec3 p2) { return unitNormal(unit(p1 - p0), unit(p2 - p0)); }
+std::optional<Vec3> tryNormalOf(Vec3 p0, Vec3 p1, Vec3 p2) {
+    return tryUnitNormal(unit(p1 - p0), unit(p2 - p0));
+}
+
+Vec3 normalOf(Vec3 p0, Vec3 p1, Vec3 p2) { return tryNormalOf(p0, p1, p2).value_or(Vec3{}); }
 
 Vec3 pointByAngle(Vec3 axis, Vec3 direction, float angle, Vec3 base, double distance) {
     SbRotation rotation;

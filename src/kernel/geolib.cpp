@@ -9,12 +9,6 @@ namespace dorvale {
 
 namespace {
 
-/// A point within this distance of an edge lies on it.
-constexpr double kOnEdge = 0.01;
-/// Tolerances of the crossing of two edges.
-constexpr double kCrossingDistance = 0.005;
-constexpr double kCrossingAngle = 6.5e-5;
-
 /// Zero for a vector without a length.
 Triple unitOrZero(const Triple& v) {
     return hasDirection(v) ? scaled(v, 1.0 / lengthOf(v)) : Triple{};

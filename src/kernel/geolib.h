@@ -5,6 +5,12 @@
 
 namespace dorvale {
 
+/// Tolerances of the crossing of two edges, in model units and in radians.
+inline constexpr double kCrossingDistance = 0.005;
+inline constexpr double kCrossingAngle = 6.5e-5;
+/// A point within this distance of an edge lies on it.
+inline constexpr double kOnEdge = 0.01;
+
 /// Points are arrays of n doubles, n being 2 or 3. Each routine returns 0, or a non-zero status for
 /// input that has no result; it then writes nothing. tolDist is in model units, tolAng in radians.
 class CMathGeolib {

@@ -1,5 +1,6 @@
-// The display core's single-precision classes, as far as annotations need them. They compute in
-// double precision and round once, so that every platform gets the same result.
+// A point, a rotation, a line and a colour in single precision, for what an annotation asks for in
+// that. They compute in double precision and round once, so that every platform gets the same
+// result.
 #pragma once
 
 #include <array>
