@@ -11,8 +11,8 @@ namespace {
 constexpr int kZeroAngle = 3;
 /// An edge whose end is this near to the vertex touches it.
 constexpr double kTouching = 0.1;
-/// Directions count as equal or opposite within 1 degree.
-constexpr double kSameDirection = std::numbers::pi / 180.0;
+/// Directions are the same below this angle, and opposite from what it leaves of a half turn on.
+constexpr double kSameDirection = 1.0;
 
 constexpr Vec3 kPlaneNormal{0.0, 0.0, 1.0};
 
@@ -134,10 +134,11 @@ void addSpecialLine(const EdgeFromVertex& edge, Vec3 vertex, Ank_PMI& pmi) {
 void joinToArc(const EdgeFromVertex& edge, const DimensionArc& arc, Vec3 arcEnd, Assembly& assembly,
                Ank_PMI& pmi) {
     const Vec3 towardsArcEnd = unit(flat(arcEnd - arc.vertex));
-    if (independent(towardsArcEnd, edge.direction, kSameDirection)) {
+    const double apart = degreesBetween(towardsArcEnd, edge.direction);
+    if (apart >= kSameDirection && apart < 180.0 - kSameDirection) {
         return;
     }
-    if (dot(towardsArcEnd, edge.direction) < 0.0) {
+    if (apart >= kSameDirection) {
         // The arc ends on the other side of the vertex.
         assembly.addExtensionLine(arc.vertex, arcEnd);
         if (edge.gap > 0.0) {
