@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "geometry/projection.h"
+#include "kernel/tesscircle.h"
 
 namespace dorvale {
 
@@ -10,10 +11,6 @@ namespace {
 
 bool equal(const ANK_PNT32& a, const ANK_PNT32& b) {
     return a.x == b.x && a.y == b.y && a.z == b.z;
-}
-
-float angleAt(const ANK_PNT32& center, const ANK_PNT32& point) {
-    return std::atan2(point.y - center.y, point.x - center.x);
 }
 
 } // namespace
@@ -48,8 +45,9 @@ std::unique_ptr<Ank_Ellipse> makeArc(const ArcShape& shape, const std::optional<
     arc->SetParameter(startAngle, endAngle);
     arc->SetCenterPoint(shape.center);
     arc->SetNormal(toDirection32(used));
-    arc->SetOriginDir({0.0F, 0.0F, 1.0F});
-    arc->SetXYZDir({1.0F, 0.0F, 0.0F}, {0.0F, 1.0F, 0.0F}, {0.0F, 0.0F, 1.0F});
+    arc->SetOriginDir(direction32(0.0F, 0.0F, 1.0F));
+    arc->SetXYZDir(direction32(1.0F, 0.0F, 0.0F), direction32(0.0F, 1.0F, 0.0F),
+                   direction32(0.0F, 0.0F, 1.0F));
     arc->SetRadius(shape.radius, shape.radius);
     arc->SetDomain(startAngle, endAngle);
     arc->SetCoordiantePnt(shape.start, shape.end);

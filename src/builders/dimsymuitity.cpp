@@ -160,16 +160,10 @@ int CDimSymUitity::CheckAngDim(const double& /*angle*/, int* const /*format*/, i
 
 void CDimSymUitity::ConvertToAnkCurve(std::vector<ANK_PNT32>& points, const AnkCurveTypeEnum& type,
                                       Ank_CurveEntity** curve) {
-    switch (type) {
-    case ANK_CURVE_POLYLINE:
+    if (type == kPolylineCurve) {
         polyLinFun(points, curve);
-        break;
-    case ANK_CURVE_LINE:
-        *curve = makeSegment(points).release();
-        break;
-    case ANK_CURVE_ARC:
-    default:
-        *curve = nullptr;
+    } else {
+        *curve = type == kLineCurve ? makeSegment(points).release() : nullptr;
     }
 }
 
@@ -193,7 +187,7 @@ void CDimSymUitity::polyLinFun(std::vector<ANK_PNT32>& points, Ank_CurveEntity**
 int CDimSymUitity::FillLeaderData(std::vector<ANK_PNT32>& points, const ANK_PNT32& termPoint,
                                   std::vector<Ank_Leader*>& leaders, bool arrow, bool stub) {
     std::unique_ptr<Ank_Leader> leader =
-        makeLeader(points, termPoint, arrow ? ANK_TERM_ARROW : ANK_TERM_NONE);
+        makeLeader(points, termPoint, arrow ? kArrow : kNoTerminator);
     if (leader && stub) {
         leader->SetStubDelta(true);
     }
@@ -204,7 +198,7 @@ int CDimSymUitity::FillLeaderData(const AnkTermTypeEnum& termType, std::vector<A
                                   const ANK_PNT32& termPoint, std::vector<Ank_Leader*>& leaders,
                                   bool useType) {
     return appendOrRefuse(leaders,
-                          makeLeader(points, termPoint, useType ? termType : ANK_TERM_NONE));
+                          makeLeader(points, termPoint, useType ? termType : kNoTerminator));
 }
 
 int CDimSymUitity::FillLeaderData(const ANK_PNT32& center, const ANK_PNT32& start,

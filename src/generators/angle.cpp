@@ -88,7 +88,8 @@ void PMICreateAngleDim(int* angleMode, Ank_Line* line1, Ank_Line* line2, _ank_lo
     assembly.setLeaders();
     assembly.setArcTerminators();
     // The text has no direction of its own: it stays parallel to the screen.
-    assembly.addText(angleTextLine(inDegrees(geometry.angle), *angleMode), textPoint, TextAxes{},
+    const TextAxes none{toDirection32({}), toDirection32({})};
+    assembly.addText(angleTextLine(inDegrees(geometry.angle), *angleMode), textPoint, none,
                      textHeight);
     setAngleFlags(*pmi);
     *status = 0;

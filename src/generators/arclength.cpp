@@ -129,7 +129,7 @@ void drawArc(const CurveLength& input, Vec3 textPoint, Ank_PMI& pmi) {
 bool drawCurveLength(const CurveLength& input, _ank_locate& locate, Ank_PMI& pmi) {
     pmi.SetDefPlane(input.plane.matrix32());
     const Vec3 textPoint = input.plane.place(locate);
-    const bool straight = isOfType(input.curve, ANK_CURVE_LINE);
+    const bool straight = isOfType(input.curve, kLineCurve);
     if (straight) {
         drawStraight(input, textPoint, pmi);
     } else {
@@ -163,7 +163,7 @@ void PMICreateClipArcDim3D(int* /*unused*/, double* normal, double* origin, doub
          View::fromMatrix(viewMatrix), textHeight, line1, line2},
         *locate, *pmi);
     if (!straight) {
-        pmi->SetType(ANK_PMI_CLIP_ARC);
+        pmi->SetType(kClipArcDimension);
     }
     pmi->SetDisplay(true);
     pmi->SetDim(3);

@@ -6,6 +6,7 @@
 #include "geometry/definitionplane.h"
 #include "geometry/offset.h"
 #include "kernel/sb.h"
+#include "model/values.h"
 #include "valuetext/valueline.h"
 
 using namespace dorvale;
@@ -157,7 +158,7 @@ void PMICreateLinDistDim3D(Ank_CurveEntity* curve1, Ank_CurveEntity* curve2, _an
     const Vec3 textPoint = flat(plane.place(*locate));
     const Vec3 a = footOn(edge1, textPoint);
     createLinear(throughText(plane, {a, edge1}, {footOn(edge2, a), edge2}, textPoint),
-                 ANK_PMI_LINEAR, textHeight, view, *pmi);
+                 kLinearDimension, textHeight, view, *pmi);
     *status = 0;
 }
 
@@ -168,7 +169,8 @@ void PMICreateLinDotDim3D(Ank_CurveEntity* edgeCurve, Ank_CurveEntity* pointCurv
     const Segment edge = segmentOf(edgeCurve);
     const Vec3 point = pointOf(pointCurve);
     const AnnotationPlane plane = planeHolding(edge, {point, footOn(edge, point)}, view);
-    createLinear(pointToEdge(edge, point, plane, *locate), ANK_PMI_LINEAR, textHeight, view, *pmi);
+    createLinear(pointToEdge(edge, point, plane, *locate), kLinearDimension, textHeight, view,
+                 *pmi);
     *status = 0;
 }
 
@@ -186,7 +188,7 @@ void PMICreateDotDistDim3D(Ank_Line* line1, Ank_Line* line2, double textHeight, 
     dimension.line.start = flat1.end;
     dimension.line.end = flat2.end;
     dimension.value = distance(side1.start, side2.start);
-    createLinear(dimension, ANK_PMI_LINEAR, textHeight, view, *pmi);
+    createLinear(dimension, kLinearDimension, textHeight, view, *pmi);
     *status = 0;
 }
 
@@ -207,7 +209,7 @@ void PMICreateClipLinDotDim3D(double* normal, double* origin, double* xPoint, An
                               Ank_PMI* pmi, int* status, double* viewMatrix) {
     const AnnotationPlane plane =
         AnnotationPlane::ofSection(fromArray(normal), fromArray(origin), fromArray(xPoint));
-    createLinear(pointToEdge(segmentOf(edge), pointOf(point), plane, *locate), ANK_PMI_LINEAR,
+    createLinear(pointToEdge(segmentOf(edge), pointOf(point), plane, *locate), kLinearDimension,
                  textHeight, View::fromMatrix(viewMatrix), *pmi);
     *status = 0;
 }

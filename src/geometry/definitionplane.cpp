@@ -126,7 +126,7 @@ PlaneDefinition definePlane(PlaneKind kind, const Ank_CurveEntity* first,
         return planeAlong(segmentOf(first).start, direction.end - direction.start, towardsViewer);
     }
     case PlaneKind::Line:
-        if (isOfType(first, ANK_CURVE_LINE)) {
+        if (isOfType(first, kLineCurve)) {
             const Segment line = segmentOf(first);
             return planeAlong(line.start, line.end - line.start, towardsViewer);
         }

@@ -1,5 +1,7 @@
 #include "geometry/plane.h"
 
+#include <algorithm>
+
 #include "geometry/placement.h"
 
 namespace dorvale {
@@ -29,13 +31,12 @@ AnnotationPlane AnnotationPlane::ofSection(Vec3 normal, Vec3 origin, Vec3 xPoint
 }
 
 ANK_MTX32 AnnotationPlane::matrix32() const {
-    ANK_MTX32 narrow;
-    for (int i = 0; i < 4; ++i) {
-        for (int j = 0; j < 4; ++j) {
-            narrow.m[i][j] = static_cast<float>(toModel_.m[i][j]);
-        }
-    }
-    return narrow;
+    std::array<double, 16> elements{};
+    writeTo(elements.data(), toModel_);
+    std::array<float, 16> narrow{};
+    std::transform(elements.begin(), elements.end(), narrow.begin(),
+                   [](double element) { return static_cast<float>(element); });
+    return dorvale::matrix32(narrow);
 }
 
 Vec3 AnnotationPlane::toPlane(Vec3 pointInModel) const {

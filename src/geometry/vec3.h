@@ -6,10 +6,9 @@
 #include <array>
 #include <optional>
 
-#include <dorvale/datamanager.h>
-
 #include "kernel/geolib.h"
 #include "kernel/vector.h"
+#include "model/records.h"
 
 namespace dorvale {
 
@@ -42,10 +41,10 @@ inline void writeTo(double* p, Vec3 v) {
 inline Vec3 widen(const ANK_PNT32& p) { return {p.x, p.y, p.z}; }
 inline Vec3 widen(const ANK_DIR32& d) { return {d.x, d.y, d.z}; }
 inline ANK_PNT32 toPoint32(Vec3 v) {
-    return {static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z)};
+    return point32(static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z));
 }
 inline ANK_DIR32 toDirection32(Vec3 v) {
-    return {static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z)};
+    return direction32(static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z));
 }
 
 inline Vec3 operator+(Vec3 a, Vec3 b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }

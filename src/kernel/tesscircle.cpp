@@ -5,35 +5,33 @@
 #include <numbers>
 
 #include "kernel/wholepart.h"
+#include "model/records.h"
+#include "model/values.h"
 
 namespace dorvale {
 
 namespace {
 
-/// The length of a straight leader's arrow; so an arrow on a long arc, which is as long as a chord,
-/// looks like it.
-constexpr double kChordLength = 3.36;
 constexpr int kFewestChords = 3;
 constexpr int kMostChords = 1000;
 
 int pointCount(double arcLength) {
-    return std::clamp(wholePart(arcLength / kChordLength + 0.5), kFewestChords, kMostChords) + 1;
+    return std::clamp(wholePart(arcLength / kArrowLength + 0.5), kFewestChords, kMostChords) + 1;
 }
 
 } // namespace
 
+float angleAt(const ANK_PNT32& center, const ANK_PNT32& point) {
+    return std::atan2(point.y - center.y, point.x - center.x);
+}
+
 CircleFrame::CircleFrame(const Ank_Ellipse& arc) : center(arc.GetCenterPoint()) {
-    ANK_DIR32 unused;
-    arc.GetXYZDir(x, y, unused);
     arc.GetRadius(radiusX, radiusY);
 }
 
 ANK_PNT32 CircleFrame::at(double parameter) const {
-    const double alongX = radiusX * std::cos(parameter);
-    const double alongY = radiusY * std::sin(parameter);
-    return {static_cast<float>(center.x + alongX * x.x + alongY * y.x),
-            static_cast<float>(center.y + alongX * x.y + alongY * y.y),
-            static_cast<float>(center.z + alongX * x.z + alongY * y.z)};
+    return point32(static_cast<float>(center.x + radiusX * std::cos(parameter)),
+                   static_cast<float>(center.y + radiusY * std::sin(parameter)), center.z);
 }
 
 double CircleFrame::largerRadius() const { return std::max(radiusX, radiusY); }
@@ -48,18 +46,19 @@ const Ank_Ellipse* CTessCircle::arcOf(const Ank_Leader* leader) {
     }
     const std::vector<Ank_CurveEntity*> curves = leader->GetAllCurve();
     if (curves.empty() || curves.front() == nullptr ||
-        curves.front()->GetCurveType() != ANK_CURVE_ARC) {
+        curves.front()->GetCurveType() != kArcCurve) {
         return nullptr;
     }
     return static_cast<const Ank_Ellipse*>(curves.front());
 }
 
 CTessCircle::Drawn CTessCircle::drawnPart(const Ank_Ellipse& arc) {
-    float first = 0.0F;
-    float second = 0.0F;
-    arc.GetParameter(first, second);
-    const double start = first;
-    double end = second;
+    const CircleFrame frame(arc);
+    ANK_PNT32 first{};
+    ANK_PNT32 second{};
+    arc.GetCoordinatePnt(first, second);
+    const double start = angleAt(frame.center, first);
+    double end = angleAt(frame.center, second);
     constexpr double turn = 2.0 * std::numbers::pi;
     // Counter-clockwise about a normal that points away from the viewer, the parameter falls.
     if (arc.GetNormal().z < 0.0F) {
@@ -67,7 +66,6 @@ CTessCircle::Drawn CTessCircle::drawnPart(const Ank_Ellipse& arc) {
     } else {
         end += end < start ? turn * std::ceil((start - end) / turn) : 0.0;
     }
-    const CircleFrame frame(arc);
     return {frame, start, end, pointCount(frame.largerRadius() * std::abs(end - start))};
 }
 

@@ -7,11 +7,16 @@
 
 namespace dorvale {
 
-/// The points of an arc by their parameter.
+/// The length of a straight leader's arrow, and of the chords of an arc: so an arrow on a long arc,
+/// which is as long as a chord, looks like it.
+inline constexpr double kArrowLength = 3.36;
+
+/// A point's angle about a centre in x and y, in radians. All of it is single precision.
+float angleAt(const ANK_PNT32& center, const ANK_PNT32& point);
+
+/// The points of a circular arc by their parameter, which is their angle; all at the centre's z.
 struct CircleFrame {
     ANK_PNT32 center;
-    ANK_DIR32 x;
-    ANK_DIR32 y;
     float radiusX = 0.0F;
     float radiusY = 0.0F;
 
@@ -34,9 +39,9 @@ public:
 
     /// The leader's curve if it is an arc, else null; so for a null leader.
     static const Ank_Ellipse* arcOf(const Ank_Leader* leader);
-    /// From the arc's first parameter to its second one, which is brought by whole turns to the
-    /// side of the first that the arc's direction asks for; equal parameters stay equal. The points
-    /// are one more than the chords: one chord per 3.36 of length, at least 3 and at most 1000.
+    /// From the angle of the arc's start to that of its end, which is brought by whole turns to the
+    /// side of the first that the arc's direction asks for; equal angles stay equal. The points
+    /// are one more than the chords: one chord per arrow length, at least 3 and at most 1000.
     static Drawn drawnPart(const Ank_Ellipse& arc);
 
     /// The drawn part of each leader's arc, zeros for a leader without one; `value` receives the
