@@ -183,6 +183,28 @@ TEST(PickedAngle, EdgeTouchesTheVertexByItsEndAlone) {
     }
 }
 
+TEST(PickedAngle, DirectionsAreTheSameBelowOneDegree) {
+    // An edge of half the arc's radius: along it the arc is out of its reach, on the other side of
+    // the vertex as well. The pick that stands 1 degree off is exact.
+    const double degree = kHalfTurn / 180.0;
+    const Vec off = towards(degree);
+    ASSERT_EQ(dot(off, off), 1.0);
+    ASSERT_EQ(degrees(std::atan2(off.y, off.x)), 1.0);
+    const std::pair<Vec, std::size_t> cases[] = {
+        {towards(0.999 * degree), 2}, {off, 1},
+        {towards(1.001 * degree), 1}, {towards(kHalfTurn - 1.001 * degree), 1},
+        {{-off.x, off.y, 0}, 2},
+    };
+    for (const auto& [pick, extensions] : cases) {
+        SCOPED_TRACE(pick);
+        Record record = edges({0.5, 0, 0}, {}, {}, {0, 0.5, 0});
+        set(record.picks[0], pick);
+        set(record.picks[1], {0, 1, 0});
+        set(record.place, {pick.x < 0.0 ? -0.6 : 0.6, 0.8, 0});
+        EXPECT_EQ(Drawing(Made("PMICreateAngleDim3D", record).pmi).extensions.size(), extensions);
+    }
+}
+
 TEST(PickedAngle, OfZeroSetsThePlaneAlone) {
     Record record = edges({1, 1, 0}, {2, 2, 0}, {4, 4, 0}, {9, 9, 0});
     set(record.picks[0], {1.5, 1.5, 0});

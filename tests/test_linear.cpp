@@ -155,6 +155,21 @@ TEST(LinearEdges, EdgesMayBeParallelOnlyNearly) {
     }
 }
 
+TEST(LinearEdges, PlaneStartsWhereTheLinesCross) {
+    // Edges that meet in (20, 10, 5), within them or beyond their ends; a point whose foot that is;
+    // and the lines of two points.
+    for (const double from : {-8.0, 3.0}) {
+        Record record = edges({20 + from, 10, 5}, {80, 10, 5}, {20, 10 + from, 5}, {20, 70, 5});
+        set(record.center, {20, 30, 5});
+        set(record.place, {40, 30, 5});
+        for (const char* call :
+             {"PMICreateLinDistDim3D", "PMICreateLinDotDim3D", "PMICreateDotDistDim3D"}) {
+            const Made made(call, record);
+            ExpectVec3Near(Drawing(made.pmi).plane.origin, {20, 10, 5}, 1e-5);
+        }
+    }
+}
+
 TEST(LinearEdges, PointsKeepTheirDistanceInSpaceAndTheEndsOfTheirLines) {
     const Record record = edges({0, 0, 0}, {0, 5, 0}, {30, 0, 40}, {36, 9, 40});
     const Drawing drawing(Made("PMICreateDotDistDim3D", record).pmi);

@@ -128,6 +128,23 @@ TEST(ValueText, DecimalsStayWithinTheirLastDigit) {
     }
 }
 
+TEST(ValueText, LastDecimalGoesUpFromTheHalfOn) {
+    double unit = 1.0;
+    for (int precision = 1; precision <= 9; ++precision) {
+        unit /= 10.0;
+        const std::string zeros(static_cast<std::size_t>(precision - 1), '0');
+        const std::pair<double, std::string> cases[] = {
+            {2.0 + 0.4985 * unit, "2." + zeros + "0"},
+            {2.0 + 0.4995 * unit, "2." + zeros + "1"},
+            {2.0 + 0.5 * unit, "2." + zeros + "1"},
+        };
+        for (const auto& [value, expected] : cases) {
+            EXPECT_EQ(formatted(value, {{1, 1, 1, 1, precision, 0}}), expected);
+            EXPECT_EQ(formatted(12.0 * value, {{2, 0, 2, 1, precision, 0}}), expected);
+        }
+    }
+}
+
 TEST(ValueText, FractionsStayWithinHalfAUnit) {
     for (int denominator = 2; denominator <= 50; ++denominator) {
         const double unit = 1.0 / denominator;

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
+#include "geometry/drawnarc.h"
 #include "geometry/projection.h"
-#include "kernel/tesscircle.h"
 
 namespace dorvale {
 
@@ -38,7 +38,8 @@ std::unique_ptr<Ank_Line> makeSegment(const Points& points) {
 std::unique_ptr<Ank_Ellipse> makeArc(const ArcShape& shape, const std::optional<Vec3>& normal) {
     const bool given = normal && std::abs(normal->x + normal->y + normal->z) > 0.0;
     const Vec3 used =
-        given ? *normal : normalOf(widen(shape.center), widen(shape.start), widen(shape.end));
+        given ? *normal
+              : orZero(normalOf(widen(shape.center), widen(shape.start), widen(shape.end)));
     const float startAngle = angleAt(shape.center, shape.start);
     const float endAngle = angleAt(shape.center, shape.end);
     auto arc = std::make_unique<Ank_Ellipse>();

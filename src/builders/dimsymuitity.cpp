@@ -278,11 +278,14 @@ void CDimSymUitity::FillEnvelope(Ank_PMI* pmi, bool frame, unsigned long& backgr
 
 ANK_DIR32 CDimSymUitity::GetNoraml(const ANK_PNT32& p0, const ANK_PNT32& p1, const ANK_PNT32& p2,
                                    ANK_DIR32& /*x*/, ANK_DIR32& /*y*/, ANK_DIR32& /*z*/) {
-    return toDirection32(normalOf(widen(p0), widen(p1), widen(p2)));
+    return toDirection32(orZero(normalOf(widen(p0), widen(p1), widen(p2))));
 }
 
 void CDimSymUitity::GetNoraml(double* p0, double* p1, double* p2, double* normal) {
-    writeTo(normal, normalOf(fromArray(p0), fromArray(p1), fromArray(p2)));
+    const std::optional<Vec3> found = normalOf(fromArray(p0), fromArray(p1), fromArray(p2));
+    if (found) {
+        writeTo(normal, *found);
+    }
 }
 
 ANK_PNT32 CDimSymUitity::ComputeVecByAngle(const ANK_DIR32& axis, const ANK_DIR32& direction,

@@ -6,7 +6,6 @@
 #include <dorvale/dorvale.h>
 
 #include "builders/ownership.h"
-#include "kernel/sb.h"
 #include "model/records.h"
 #include "model/values.h"
 
@@ -19,8 +18,10 @@ ANK_RGBA32 colorOf(std::uint32_t word) {
         return static_cast<float>(((word >> shift) & 0xFFU) / 255.0);
     };
     ANK_RGBA32 color{};
-    SbColor4f(channel(0), channel(8), channel(16), 0.0F)
-        .getValue(color.r, color.g, color.b, color.a);
+    color.r = channel(0);
+    color.g = channel(8);
+    color.b = channel(16);
+    color.a = 0.0F;
     return color;
 }
 

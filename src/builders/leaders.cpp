@@ -1,7 +1,7 @@
 #include "builders/leaders.h"
 
 #include "builders/ownership.h"
-#include "kernel/tesscircle.h"
+#include "geometry/drawnarc.h"
 
 namespace dorvale {
 
@@ -13,7 +13,7 @@ constexpr double kArrowProportion = 3.0;
 /// From the points' differences in single precision; two equal points give 0/0 as it is.
 ANK_DIR32 directionOf(const ANK_PNT32& from, const ANK_PNT32& to) {
     const Vec3 v = widen(direction32(to.x - from.x, to.y - from.y, to.z - from.z));
-    return toDirection32(v / distance(v, Vec3{}));
+    return toDirection32(v / length(v));
 }
 
 } // namespace
@@ -46,7 +46,7 @@ std::unique_ptr<Ank_Leader> makeArcLeader(std::unique_ptr<Ank_Ellipse> arc) {
 }
 
 bool setArcTerminator(Ank_Leader& leader, const Ank_Ellipse& arc) {
-    const CTessCircle::Drawn drawn = CTessCircle::drawnPart(arc);
+    const DrawnArc drawn = drawnArc(arc);
     if (drawn.start == drawn.end) {
         return false;
     }
@@ -54,13 +54,13 @@ bool setArcTerminator(Ank_Leader& leader, const Ank_Ellipse& arc) {
     const ANK_PNT32 next = drawn.point(1);
     const double length = distance(widen(tip), widen(next));
     float size[2] = {static_cast<float>(length), static_cast<float>(length / kArrowProportion)};
-    leader.SetTerminator(kArrow, size, tip, toDirection32(unit(widen(next) - widen(tip))));
+    leader.SetTerminator(kArrow, size, tip, toDirection32(orZero(unit(widen(next) - widen(tip)))));
     return true;
 }
 
 void setArcTerminators(const std::vector<Ank_Leader*>& leaders) {
     for (Ank_Leader* leader : leaders) {
-        const Ank_Ellipse* arc = CTessCircle::arcOf(leader);
+        const Ank_Ellipse* arc = arcCurveOf(leader);
         if (arc != nullptr && !setArcTerminator(*leader, *arc)) {
             return;
         }

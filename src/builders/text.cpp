@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "builders/ownership.h"
-#include "kernel/wholepart.h"
+#include "geometry/wholepart.h"
 
 namespace dorvale {
 

@@ -37,7 +37,7 @@ PlacedCircle placeCircle(const Ank_CurveEntity* curve, _ank_locate& locate, cons
     pmi.SetDefPlane(plane.matrix32());
     const Vec3 placed = plane.place(locate);
     const Vec3 center = plane.toPlane(arc.center);
-    const Vec3 direction = tryUnit(placed - center).value_or(kPlaneX);
+    const Vec3 direction = unit(placed - center).value_or(kPlaneX);
     return {plane,
             center,
             arc.radius,
@@ -110,7 +110,7 @@ void PMICreateRadiusDim3D(int* kindCode, Ank_CurveEntity* curve, _ank_locate* lo
         assembly.setLeaders();
         assembly.addLeader(circle.center, circle.placed, Head::None);
         assembly.setLeaders();
-        text = textAlong(unit(circle.placed - circle.near));
+        text = textAlong(orZero(unit(circle.placed - circle.near)));
     } else if (circle.distance > circle.radius) {
         // On the circle itself there is nothing to lead to.
         assembly.addLeader(circle.near, circle.placed, Head::Arrow, Stub::Yes);

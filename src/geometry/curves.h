@@ -2,16 +2,10 @@
 // as one whose numbers are all zero, which every generator can work with.
 #pragma once
 
-#include "geometry/vec3.h"
-#include "kernel/triple.h"
+#include "geometry/lines.h"
 #include "model/values.h"
 
 namespace dorvale {
-
-struct Segment {
-    Vec3 start;
-    Vec3 end;
-};
 
 struct Arc {
     Vec3 center;
@@ -61,11 +55,6 @@ inline Vec3 pointOf(const Ank_CurveEntity* curve) {
         return points.empty() ? Vec3{} : widen(points.front());
     }
     return isOfType(curve, kArcCurve) ? arcOf(curve).center : segmentOf(curve).start;
-}
-
-inline double distanceToSegment(Vec3 p, const Segment& segment) {
-    return distance(
-        p, fromArray(nearestOnSegment(toArray(p), toArray(segment.start), toArray(segment.end))));
 }
 
 } // namespace dorvale
