@@ -101,7 +101,7 @@ std::vector<Generator> generators() {
     return all;
 }
 
-INSTANTIATE_TEST_SUITE_P(Calls, RigidMotionTest, testing::ValuesIn(generators()),
+INSTANTIATE_TEST_SUITE_P(RigidMotion, RigidMotionTest, testing::ValuesIn(generators()),
                          [](const auto& generator) {
                              return std::string(generator.param.call) +
                                     (generator.param.curve == 2 ? "_Edge" : "");

@@ -3,6 +3,7 @@
 /// have three decimals, so that the same picture is the same file everywhere.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -76,6 +77,9 @@ public:
     /// Widens the picture without drawing.
     void cover(const Extent& extent) { extent_.add(extent); }
 
+    /// How many lines, curves and texts have been drawn.
+    std::size_t drawn() const { return drawn_; }
+
     /// The finished file.
     std::string finish(const std::string& title) const;
 
@@ -83,6 +87,7 @@ private:
     std::string body_;
     std::string indent_ = "  ";
     Extent extent_;
+    std::size_t drawn_ = 0;
 };
 
 } // namespace host

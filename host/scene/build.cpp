@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/scene/arguments.h"
+#include "host/system/spelling.h"
 
 namespace host {
 namespace {
@@ -27,7 +28,11 @@ void makeCall(const Scene& scene, Object& members, BuiltAnnotation& built) {
     const Value name = members.at("call");
     const Call* call = findCall(name.text());
     if (call == nullptr) {
-        name.fail("there is no such call");
+        std::vector<std::string> names;
+        for (const Call& known : calls()) {
+            names.emplace_back(known.name);
+        }
+        name.fail("there is no call " + echoed(name.text()) + hint(name.text(), names));
     }
     SceneArguments arguments(scene, members);
     CallResult result;

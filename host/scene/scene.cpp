@@ -1,6 +1,7 @@
 #include "host/scene/scene.h"
 
 #include "host/geometry/views.h"
+#include "host/system/spelling.h"
 
 namespace host {
 namespace {
@@ -62,7 +63,7 @@ void Scene::readEdges(const Value& list) {
         Object members(item);
         std::string id = textOf(members, "id");
         if (!id.empty() && !edgeById_.emplace(id, edges_.size()).second) {
-            item.fail("another edge has the same id");
+            item.fail("another edge has the id " + echoed(id));
         }
         edges_.push_back({std::move(id), readEdgeMembers(members)});
     }
@@ -102,7 +103,11 @@ Edge Scene::readEdge(const Value& value) const {
     }
     const Edge* edge = findEdge(value.text());
     if (edge == nullptr) {
-        value.fail("there is no edge of this id");
+        std::vector<std::string> ids;
+        for (const auto& known : edgeById_) {
+            ids.push_back(known.first);
+        }
+        value.fail("there is no edge " + echoed(value.text()) + hint(value.text(), ids));
     }
     return *edge;
 }
@@ -118,7 +123,11 @@ Vec3 Scene::readPoint(const Value& value) const {
     }
     const auto found = points_.find(value.text());
     if (found == points_.end()) {
-        value.fail("there is no point of this name");
+        std::vector<std::string> names;
+        for (const auto& known : points_) {
+            names.push_back(known.first);
+        }
+        value.fail("there is no point " + echoed(value.text()) + hint(value.text(), names));
     }
     return found->second;
 }
