@@ -154,11 +154,11 @@ TEST_P(AngleTest, LiesBetweenItsSides) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Calls, AngleTest,
+INSTANTIATE_TEST_SUITE_P(Angle, AngleTest,
                          testing::Values("PMICreateAngleDim", "PMICreateAngleDim3D"),
                          [](const auto& call) { return std::string(call.param); });
 
-TEST(SideAngle, OfParallelEdgesIsZero) {
+TEST(AngleOfSide, OfParallelEdgesIsZero) {
     Record record = edges({0, 0, 0}, {20, 0, 0}, {0, 10, 0}, {20, 10, 0});
     set(record.place, {5, 4, 0});
     const Made made("PMICreateAngleDim", record);
@@ -170,7 +170,7 @@ TEST(SideAngle, OfParallelEdgesIsZero) {
     EXPECT_EQ(made.handedBack<int>("specialLineCount"), 0);
 }
 
-TEST(PickedAngle, EdgeTouchesTheVertexByItsEndAlone) {
+TEST(AngleOfPicks, EdgeTouchesTheVertexByItsEndAlone) {
     Vec start{0.05, 0, 0};
     Vec end{40, 0, 0};
     for (const std::size_t specials : {1U, 0U}) {
@@ -185,7 +185,7 @@ TEST(PickedAngle, EdgeTouchesTheVertexByItsEndAlone) {
     }
 }
 
-TEST(PickedAngle, OfZeroSetsThePlaneAlone) {
+TEST(AngleOfPicks, OfZeroSetsThePlaneAlone) {
     Record record = edges({1, 1, 0}, {2, 2, 0}, {4, 4, 0}, {9, 9, 0});
     set(record.picks[0], {1.5, 1.5, 0});
     set(record.picks[1], {5, 5, 3});

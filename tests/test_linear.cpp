@@ -133,7 +133,7 @@ TEST_P(LinearTest, RunsBesideTheMeasuredPairThroughTheText) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Members, LinearTest,
+    Linear, LinearTest,
     testing::Values(Member{"PMICreateLinDistDim3D", {true, true}},
                     Member{"PMICreateLinDotDim3D", {true, false}},
                     Member{"PMICreateDotDistDim3D", {false, false}, ANK_PMI_LINEAR, false, false},
