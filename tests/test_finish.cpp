@@ -4,6 +4,7 @@
 #include <memory>
 #include <numbers>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -48,11 +49,22 @@ json everyKind() {
     for (std::size_t at = page.find(opens); at != std::string::npos; at = page.find(opens, at)) {
         at += opens.size();
         const auto example = json::parse(page.substr(at, page.find("```", at) - at));
-        if (example.contains("call") || example.contains("calls")) {
+        const bool isAnnotation = example.contains("call") || example.contains("calls");
+        if (isAnnotation && !example.contains("finish")) {
             kinds.push_back(example);
         }
     }
     return kinds;
+}
+
+json example(const std::string& call) {
+    for (const json& annotation : everyKind()) {
+        const bool isList = annotation.contains("calls");
+        if ((isList ? annotation["calls"][0] : annotation)["call"] == call) {
+            return annotation;
+        }
+    }
+    throw std::invalid_argument("no example of " + call);
 }
 
 json distanceOfEdges(double width, double x, double height) {
@@ -112,7 +124,6 @@ double distanceOf(const ANK_PNT32& a, const ANK_PNT32& b) {
 // Arrow heads -------------------------------------------------------------------------------------
 
 TEST(FinishArrow, FitsTextLeaderAndTips) {
-    const json angle = everyKind().at(15);
     const std::pair<json, double> cases[] = {
         {distanceOfEdges(60, 30, 5), 0.96 * 5}, // room enough
         {distanceOfEdges(6, 3, 5), 1.0},        // a third of half of 6
@@ -279,7 +290,8 @@ TEST(FinishReadable, FromEverySide) {
         annotation["display"] = true;
     }
     // An updated dimension whose text lies in the plane, mirrored.
-    json updated = kinds[4];
+    json updated = example("PMIUpdateDimesion");
+    updated["display"] = true;
     updated.erase("screenParallel");
     kinds.push_back(updated);
     int inPlane = 0;
@@ -344,7 +356,6 @@ TEST(FinishReadable, LeavesTheBlockWhereItIs) {
 TEST(FinishLabel, ShowsTheNumberInItsForms) {
     const json length = distanceOfEdges(800.125, 30, 5);
     const json circle = diameter(6, {20, 0, 0});
-    json angle = everyKind().at(17);
     const std::tuple<json, std::string, std::string> cases[] = {
         {length, "4X {} ±0.1", "4X 800.13 ±0.1"},
         {length, "{.0}|{.1}|{.3}|{.9}", "800|800.1|800.125|800.125000000"},
@@ -421,11 +432,11 @@ TEST(FinishMistake, IsToldInOneLine) {
         EXPECT_EQ(messageOf({{"annotations", json::array()}, {"finish", finish}}).rfind(message, 0),
                   0U);
     }
-    json note = everyKind().at(17);
+    json note = example("PMICreateNote3D");
     note["finish"] = {{"label", "{}"}};
     EXPECT_EQ(messageOf({{"annotations", {note}}}),
               "annotations[0].finish.label: there is no value that it could stand in place of");
-    json angle = everyKind().at(15);
+    json angle = example("PMICreateAngleDim");
     angle["finish"] = {{"label", {"{}", "{.1in}"}}};
     EXPECT_EQ(messageOf({{"annotations", {angle}}}),
               "annotations[0].finish.label: an angle cannot be in inches or feet");
