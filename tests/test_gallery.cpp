@@ -35,34 +35,39 @@ const std::pair<const char*, const char*> kShown[] = {
     {"edge_lengths_iso edge_lengths_top", "120.00 40.00 40.00 30.00 70.00"},
     {"stepped_plate", "30.00 50.00 70.00 80.00"},
     // A rim of radius 60, a bore of 20, holes of 5; a hole at (40, 25) from the corner
-    {"flange_diameters_iso flange_diameters_top", "⌀120.00 ⌀40.00 ⌀10.00"},
-    {"flange_radii_iso flange_radii_top", "R60.00 R20.00 R5.00 R5.00"},
+    {"flange_diameters_iso flange_diameters_top", "⌀120.00 ⌀40.00 6X ⌀10.00"},
+    {"flange_radii_iso flange_radii_top", "R60.00 R20.00 6X R5.00"},
     {"hole_to_edge", "40.00 25.00"},
     // Walls at -30 and 30, a floor of 20, a height of 60
     {"housing_section_front housing_section_iso", "60.00 20.00 60.00"},
     {"framed_dimension", "64.00"},
+    // What is written beside them; what is measured is the same on both sides.
+    {"finish_large",
+     "800.00 300.00 ⌀120.00 BARE: ARROWS ARE 3.36 LONG, WHATEVER THE PART VALUES STAND ON THEIR "
+     "DIMENSION LINES 800.00 300.00 ⌀120.00 FINISHED: ARROWS FIT THE TEXT VALUES STAND OFF THEIR "
+     "LINES"},
+    {"finish_small", "6.00 3.00 ⌀1.2 6.00 3.00 ⌀1.2 H7"},
     {"note", "REAM 20 H7 THROUGH BREAK EDGES 0.5"},
     // x from 15 to 75, and to 95 after the update, which leaves the old text
     {"update", "60.00 60.00 80.00"},
     // The designer's own values
     {"mounting_plate_circles", "⌀35.00 ⌀35.00 ⌀35.00 ⌀35.00 ⌀25.00 R50.00"},
-    {"mounting_plate_corner", "75.00 50.00 150.00 ⌀35.00 45° 100.00"},
-    {"mounting_plate_distances",
-     "800.00 450.00 500.00 400.00 500.00 225.00 125.00 107.5 107.5 50.00"},
+    {"mounting_plate_corner", "⌀35.00 45° 75.00 50.00 150.00 100.00"},
+    {"mounting_plate_distances", "800.00 500.00 450.00 400.00 107.5 107.5 225.00 125.00 50.00"},
     {"mounting_plate_slot", "40.00"},
     {"mounting_plate_drill", "118°"},
-    {"mounting_plate_edges", "150.00 100.00 150.00 100.00 250.00 1000.00"},
-    {"mounting_plate_foot", "50.00 75.00 ⌀35.00 R50.00 R25.00"},
-    {"mounting_plate_front", "60.00 30.00 25.00 50.00 50.00 ⌀20.00 ⌀20.00"},
+    {"mounting_plate_edges", "150.00 100.00 150.00 100.00 250.00 1000.00 500.00"},
+    {"mounting_plate_foot", "⌀35.00 R50.00 R25.00 50.00 75.00"},
+    {"mounting_plate_front", "⌀20.00 ⌀20.00 60.00 30.00 25.00 50.00 50.00"},
     {"mounting_plate_hexagon", "120° 120° R50.00 25.00"},
     {"mounting_plate_lettering", "52.63 29.7 29.65 13.75 16.87 9.53 10.35"},
     {"mounting_plate_lettering_angles", "42.62° 42.76°"},
     {"mounting_plate_lettering_edges", "17.11 17.76 23.54 9.61 13.58"},
     {"mounting_plate_lettering_fillets", "R0.62 R0.81 R1.64 R2.12 R2.12"},
     {"mounting_plate_lettering_radii", "R4.89 R5.28 R6.29 R6.82 R6.85"},
-    {"mounting_plate_notches", "60° 60° 30° 30.00 R10.00 162.26"},
-    {"mounting_plate_pocket", "50.00 100.00 65.00 100.00 ⌀25.00"},
-    {"mounting_plate_recesses", "85.00 85.00 25.00"},
+    {"mounting_plate_notches", "60° 60° 30° R10.00 30.00 162.26"},
+    {"mounting_plate_pocket", "100.00 ⌀25.00 50.00 100.00 65.00"},
+    {"mounting_plate_recesses", "85.00 25.00 85.00"},
 };
 
 /// The scenes' texts by name.

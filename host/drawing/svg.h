@@ -93,8 +93,8 @@ private:
     std::string body_;
     std::string indent_ = "  ";
     Extent extent_;
-    bool hasHidden_ = false;
     std::size_t drawn_ = 0;
+    bool hasHidden_ = false;
 };
 
 } // namespace host

@@ -151,8 +151,9 @@ std::optional<host::Shape> shapeOf(const Arguments& a, std::string_view call,
     }
 }
 
-/// What a record has for a point or a direction; its one direction for a name it does not know.
-const double* pointOf(const Arguments& a, std::string_view member) {
+/// What a record has for a point or a direction. For a name that it does not know: the centre, and
+/// the direction from its origin to its other point, both in the plane of its scene.
+host::Vec3 vectorOf(const Arguments& a, const host::Member& member) {
     static const std::map<std::string_view, const double* (*)(const Arguments&)> points{
         {"text", [](const Arguments& of) { return of.text; }},
         {"first", [](const Arguments& of) { return of.place; }},
@@ -167,8 +168,13 @@ const double* pointOf(const Arguments& a, std::string_view member) {
         {"pick2", [](const Arguments& of) { return of.picks[1]; }},
         {"normal", [](const Arguments& of) { return of.sectionNormal; }},
     };
-    const auto found = points.find(member);
-    return found == points.end() ? a.sectionNormal : found->second(a);
+    const auto found = points.find(member.name);
+    if (found != points.end()) {
+        return vectorAt(found->second(a));
+    }
+    using host::operator-;
+    return member.kind == host::Kind::Point ? vectorAt(a.center)
+                                            : vectorAt(a.xPoint) - vectorAt(a.origin);
 }
 
 /// What a record has for an integer, a boolean or a colour; its mode for a name it does not know.
@@ -215,7 +221,7 @@ host::Row rowOf(const host::Description& call, const Arguments& a) {
             }
             [[fallthrough]];
         case host::Kind::Direction:
-            row.add(vectorAt(pointOf(a, member.name)));
+            row.add(vectorOf(a, member));
             break;
         case host::Kind::Points:
             for (const double* p : a.points) {
