@@ -88,8 +88,7 @@ inline constexpr auto kTypeBefore = static_cast<AnkPMITypeEnum>(99);
 /// The number that a call says it measured is what the value text shows: to the text's last digit,
 /// and to what single precision leaves of the measured curves.
 inline void ExpectShown(const host::Measured& measured, const Ank_PMI& pmi) {
-    const std::vector<Ank_ComText*> blocks = pmi.GetComText();
-    if (measured.quantity == host::Quantity::None || blocks.empty()) {
+    if (measured.quantity == host::Quantity::None || pmi.GetComText().empty()) {
         return;
     }
     const double lastDigit = 0.00502;

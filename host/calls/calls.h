@@ -60,9 +60,9 @@ struct CallResult {
 };
 
 struct Call {
-    const char* name;
+    const char* name = "";
     /// Reads its arguments, makes the call and keeps what it handed back.
-    void (*make)(Arguments&, Ank_PMI&, CallResult&);
+    void (*make)(Arguments&, Ank_PMI&, CallResult&) = nullptr;
     /// It works on an annotation that another call has made.
     bool changes = false;
 };

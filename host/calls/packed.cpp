@@ -48,8 +48,8 @@ std::uint32_t PackedArguments::color(const char* /*name*/) {
 std::wstring PackedArguments::text(const char* /*name*/) { return nextText(); }
 
 std::vector<PMITextLine> PackedArguments::textLines(const char* /*name*/) {
-    const int given = std::max(nextInteger(), 0);
-    std::vector<PMITextLine> lines(std::min<std::size_t>(given, rows_.texts.size()));
+    const auto given = static_cast<std::size_t>(std::max(nextInteger(), 0));
+    std::vector<PMITextLine> lines(std::min(given, rows_.texts.size()));
     for (PMITextLine& line : lines) {
         line = {nextInteger(), nextText()};
     }

@@ -174,7 +174,7 @@ std::span<const Call> calls();
 /// Null where there is none.
 const Call* findCall(std::string_view name);
 /// Makes the call of a name. Throws `std::invalid_argument` where there is none.
-void run(std::string_view call, Arguments& arguments);
+void run(std::string_view name, Arguments& arguments);
 
 /// What a call with arguments of its own gives.
 Bits resultOf(const Call& call, const Record& record);
