@@ -1,5 +1,6 @@
 // Finished annotations: arrow heads, text beside its line, labels, and text that reads from every
 // side.
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <numbers>
@@ -12,6 +13,7 @@
 #include <nlohmann/json.hpp>
 
 #include "host/drawing/draw.h"
+#include "host/geometry/arcs.h"
 #include "host/output/dump.h"
 #include "host/scene/build.h"
 #include "host/system/files.h"
@@ -195,43 +197,78 @@ TEST(FinishText, CentresWhatTheCallCentres) {
     }
 }
 
+/// Points all along a leader.
+std::vector<ANK_PNT32> pointsOf(const Ank_Leader& leader) {
+    constexpr int kPieces = 200;
+    const Ank_CurveEntity& curve = *leader.GetAllCurve().front();
+    const auto* line = dynamic_cast<const Ank_PolyLine*>(&curve);
+    const auto* arc = dynamic_cast<const Ank_Ellipse*>(&curve);
+    std::vector<ANK_PNT32> points;
+    for (int i = 0; i <= kPieces; ++i) {
+        const float t = static_cast<float>(i) / kPieces;
+        if (line != nullptr) {
+            const ANK_PNT32 from = line->GetPoints().front();
+            const ANK_PNT32 to = line->GetPoints().back();
+            points.push_back({from.x + t * (to.x - from.x), from.y + t * (to.y - from.y), 0});
+        } else if (arc != nullptr) {
+            float start = 0;
+            float end = 0;
+            float radius = 0;
+            arc->GetParameter(start, end);
+            arc->GetRadius(radius, radius);
+            const float angle = start + t * static_cast<float>(host::sweepOf(*arc));
+            points.push_back({arc->GetCenterPoint().x + radius * std::cos(angle),
+                              arc->GetCenterPoint().y + radius * std::sin(angle), 0});
+        }
+    }
+    return points;
+}
+
+json distanceOfPoints(const json& from, const json& to, const json& text) {
+    return {{"call", "PMICreateCntToCnt"},
+            {"points", {from, from, to, to, from, from}},
+            {"text", text},
+            {"height", 5}};
+}
+
+/// Seen from above, where the planes of all these have the model's axes.
 TEST(FinishText, StandsOffItsLeaders) {
     constexpr double kGap = 1.5;
-    for (const json& annotation : everyKind()) {
+    json annotations = everyKind();
+    annotations.push_back(distanceOfPoints({0, 0, 0}, {0, 60, 0}, {0, 20, 0}));
+    annotations.push_back(distanceOfPoints({0, 0, 0}, {60, 60, 0}, {20, 20, 0}));
+    annotations.push_back(distanceOfPoints({60, 0, 0}, {0, 60, 0}, {40, 20, 0}));
+    annotations.push_back(distanceOfPoints({0, 0, 0}, {60, 0, 0}, {30, -20, 0})); // a V
+    annotations.push_back(diameter(20, {5, 12, 0}));
+    annotations.push_back(diameter(20, {-30, 20, 0}));
+    annotations.push_back(diameter(20, {2, -30, 0}));
+    for (const json& annotation : annotations) {
         const Built built = buildOne(annotation, {{"gap", kGap}});
-        const host::Scene top(R"({"annotations": []})");
-        for (const Ank_Text* text : textsOf(built->pmi)) {
-            if (built->measuringCall() == nullptr || built->pmi.GetLeaders().empty()) {
-                continue;
-            }
-            // Seen from above, where the planes of all examples have the model's axes; upright and
-            // along the model's X, or upwards along Y.
-            ANK_DIR32 x{1, 0, 0};
-            ANK_DIR32 y{0, 1, 0};
-            if (!built->pmi.GetParallelScreen()) {
-                text->GetInnerXYAxis(x, y);
-            }
-            const ANK_PNT32 foot = text->GetInnerLoc();
-            const double width = widthOfDigits(*text);
-            float charWidth = 0;
-            float height = 0;
-            text->GetCharWidthHeight(charWidth, height);
-            for (const Ank_Leader* leader : built->pmi.GetLeaders()) {
-                const auto* line = dynamic_cast<const Ank_PolyLine*>(leader->GetAllCurve().front());
-                for (int i = 0; line != nullptr && i <= 200; ++i) {
-                    const ANK_PNT32 a = line->GetPoints().front();
-                    const ANK_PNT32 b = line->GetPoints().back();
-                    const double t = i / 200.0;
-                    const double px = a.x + t * (b.x - a.x) - foot.x;
-                    const double py = a.y + t * (b.y - a.y) - foot.y;
-                    const double along = px * x.x + py * x.y;
-                    const double up = px * y.x + py * y.y;
-                    const double aside = std::max({-along, along - 0.9 * width, 0.0});
-                    const double above = std::max({-up, up - 0.7 * height, 0.0});
-                    EXPECT_GE(std::hypot(aside, above), kGap - 1e-4) << annotation;
-                }
+        if (built->measuringCall() == nullptr) {
+            continue;
+        }
+        const Ank_Text& text = *textsOf(built->pmi).front();
+        ANK_DIR32 x{1, 0, 0};
+        ANK_DIR32 y{0, 1, 0};
+        if (!built->pmi.GetParallelScreen()) {
+            text.GetInnerXYAxis(x, y);
+        }
+        const ANK_PNT32 foot = text.GetInnerLoc();
+        float height = 0;
+        text.GetCharWidthHeight(height, height);
+        double nearest = HUGE_VAL;
+        for (const Ank_Leader* leader : built->pmi.GetLeaders()) {
+            for (const ANK_PNT32& p : pointsOf(*leader)) {
+                const double along = (p.x - foot.x) * x.x + (p.y - foot.y) * x.y;
+                const double up = (p.x - foot.x) * y.x + (p.y - foot.y) * y.y;
+                const double aside = std::max({-along, along - widthOfDigits(text), 0.0});
+                const double above = std::max({-up, up - 0.729 * height, 0.0});
+                nearest = std::min(nearest, std::hypot(aside, above));
             }
         }
+        // Signs and degrees are narrower or wider than the digit that they are taken for.
+        EXPECT_GE(nearest, kGap - 0.6) << annotation;
+        EXPECT_LE(nearest, kGap + 0.6) << annotation;
     }
 }
 
