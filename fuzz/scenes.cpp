@@ -1,6 +1,6 @@
 // The host on any text: a scene is dumped and drawn, or refused.
-#include "host/draw.h"
-#include "host/dump.h"
+#include "host/drawing/draw.h"
+#include "host/output/dump.h"
 #include "target.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

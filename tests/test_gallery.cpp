@@ -7,9 +7,9 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "host/draw.h"
-#include "host/dump.h"
-#include "host/files.h"
+#include "host/drawing/draw.h"
+#include "host/output/dump.h"
+#include "host/system/files.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 
 #include <gtest/gtest.h>
 
-#include "host/draw.h"
-#include "host/dump.h"
+#include "host/drawing/draw.h"
+#include "host/output/dump.h"
 
 namespace {
 

@@ -1,0 +1,78 @@
+#include "host/scene/build.h"
+
+#include <algorithm>
+
+#include "host/scene/arguments.h"
+
+namespace host {
+namespace {
+
+/// What a viewer sets before it asks for an annotation.
+void preset(Object& members, BuiltAnnotation& built) {
+    if (const auto name = members.find("name")) {
+        built.name = name->text();
+    }
+    if (const auto type = members.find("type")) {
+        built.pmi.SetType(static_cast<AnkPMITypeEnum>(type->integer()));
+    }
+    if (const auto display = members.find("display")) {
+        built.pmi.SetDisplay(display->boolean());
+    }
+    if (const auto parallel = members.find("screenParallel")) {
+        built.pmi.SetParallelScreen(parallel->boolean());
+    }
+}
+
+void makeCall(const Scene& scene, Object& members, BuiltAnnotation& built) {
+    const Value name = members.at("call");
+    const Call* call = findCall(name.text());
+    if (call == nullptr) {
+        name.fail("there is no such call");
+    }
+    SceneArguments arguments(scene, members);
+    CallResult result;
+    result.call = call->name;
+    call->make(arguments, built.pmi, result);
+    members.refuseOthers();
+    built.calls.push_back(std::move(result));
+}
+
+/// The calls of an annotation: those of its list, or itself where it is one call.
+std::vector<Object> callsOf(Object& members) {
+    const auto calls = members.find("calls");
+    if (!calls) {
+        return {members};
+    }
+    const std::vector<Value> items = calls->items();
+    return {items.begin(), items.end()};
+}
+
+} // namespace
+
+void buildAnnotation(const Scene& scene, std::size_t index, BuiltAnnotation& built) {
+    Object members(scene.annotation(index));
+    preset(members, built);
+    std::vector<Object> calls = callsOf(members);
+    if (members.find("calls")) {
+        members.refuseOthers();
+    }
+    for (Object& call : calls) {
+        makeCall(scene, call, built);
+    }
+}
+
+std::vector<std::string> callNames(const Scene& scene) {
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < scene.annotationCount(); ++i) {
+        Object members(scene.annotation(i));
+        for (Object& call : callsOf(members)) {
+            const std::string& name = call.at("call").text();
+            if (std::find(names.begin(), names.end(), name) == names.end()) {
+                names.push_back(name);
+            }
+        }
+    }
+    return names;
+}
+
+} // namespace host

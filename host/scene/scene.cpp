@@ -1,0 +1,145 @@
+#include "host/scene/scene.h"
+
+#include "host/geometry/views.h"
+
+namespace host {
+namespace {
+
+constexpr std::size_t kMostAnnotations = 1000000;
+
+std::string textOf(Object& members, const std::string& name) {
+    const auto member = members.find(name);
+    return member ? member->text() : std::string();
+}
+
+/// Any point on a circle: where it starts when nobody says.
+Vec3 pointOnCircle(const Vec3& center, const Vec3& normal, double radius) {
+    const Vec3 n = unit(normal);
+    const Vec3 across = std::abs(n[0]) < 0.9 ? Vec3{1, 0, 0} : Vec3{0, 1, 0};
+    return center + radius * unit(across - dot(across, n) * n);
+}
+
+} // namespace
+
+Scene::Scene(std::string_view text) : json_(parseJson(text)), view_(*standardView("top")) {
+    Object members(Value(json_, ""));
+    title_ = textOf(members, "title");
+    kind_ = textOf(members, "kind");
+    licence_ = textOf(members, "licence");
+    if (const auto view = members.find("view")) {
+        view_ = readView(*view);
+    }
+    if (const auto points = members.find("points")) {
+        readPoints(*points);
+    }
+    if (const auto edges = members.find("edges")) {
+        readEdges(*edges);
+    }
+    const std::size_t count = members.at("annotations").items().size();
+    if (count > kMostAnnotations) {
+        members.at("annotations")
+            .fail("expected at most " + std::to_string(kMostAnnotations) + ", got " +
+                  std::to_string(count));
+    }
+    members.refuseOthers();
+}
+
+std::size_t Scene::annotationCount() const { return json_.at("annotations").size(); }
+
+Value Scene::annotation(std::size_t index) const {
+    return {json_.at("annotations").at(index), "annotations[" + std::to_string(index) + ']'};
+}
+
+void Scene::readPoints(const Value& value) {
+    Object members(value);
+    for (const auto& member : value.json().items()) {
+        points_[member.key()] = members.at(member.key()).vector();
+    }
+}
+
+void Scene::readEdges(const Value& list) {
+    for (const Value& item : list.items()) {
+        Object members(item);
+        std::string id = textOf(members, "id");
+        if (!id.empty() && !edgeById_.emplace(id, edges_.size()).second) {
+            item.fail("another edge has the same id");
+        }
+        edges_.push_back({std::move(id), readEdgeMembers(members)});
+    }
+}
+
+Edge Scene::readEdgeMembers(Object& members) const {
+    const Value type = members.at("type");
+    Edge edge;
+    if (type.text() == "line") {
+        const Vec3 start = readPoint(members.at("start"));
+        const Vec3 end = readPoint(members.at("end"));
+        edge = LineEdge{start, end};
+    } else if (type.text() == "arc") {
+        ArcEdge arc{};
+        arc.center = readPoint(members.at("centre"));
+        arc.normal = members.at("normal").vector();
+        arc.radius = members.at("radius").number();
+        const auto start = members.find("start");
+        arc.start = start ? readPoint(*start) : pointOnCircle(arc.center, arc.normal, arc.radius);
+        const auto end = members.find("end");
+        arc.end = end ? readPoint(*end) : arc.start;
+        edge = arc;
+    } else {
+        type.fail("expected \"line\" or \"arc\"");
+    }
+    members.refuseOthers();
+    return edge;
+}
+
+Edge Scene::readEdge(const Value& value) const {
+    if (value.json().is_object()) {
+        Object members(value);
+        return readEdgeMembers(members);
+    }
+    if (!value.json().is_string()) {
+        value.fail("expected the id of an edge or an edge");
+    }
+    const Edge* edge = findEdge(value.text());
+    if (edge == nullptr) {
+        value.fail("there is no edge of this id");
+    }
+    return *edge;
+}
+
+const Edge* Scene::findEdge(const std::string& id) const {
+    const auto found = edgeById_.find(id);
+    return found == edgeById_.end() ? nullptr : &edges_[found->second].edge;
+}
+
+Vec3 Scene::readPoint(const Value& value) const {
+    if (!value.json().is_string()) {
+        return value.vector();
+    }
+    const auto found = points_.find(value.text());
+    if (found == points_.end()) {
+        value.fail("there is no point of this name");
+    }
+    return found->second;
+}
+
+Matrix readView(const Value& value) {
+    if (value.json().is_string()) {
+        const auto view = standardView(value.text());
+        if (!view) {
+            value.fail("expected front, top, right, iso or 16 numbers");
+        }
+        return *view;
+    }
+    if (!value.json().is_array() || value.json().size() != 16) {
+        value.fail("expected front, top, right, iso or 16 numbers");
+    }
+    Matrix view{};
+    std::size_t i = 0;
+    for (const Value& item : value.items()) {
+        view[i++] = item.number();
+    }
+    return view;
+}
+
+} // namespace host

@@ -1,0 +1,66 @@
+/// @file
+/// What a scene holds. docs/scene.md describes the format.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/geometry/edges.h"
+#include "host/scene/reader.h"
+
+namespace host {
+
+/// An edge of the model.
+struct ModelEdge {
+    std::string id;
+    Edge edge;
+};
+
+/// The part of a scene that its annotations build on, and the annotations as they were written.
+class Scene {
+public:
+    /// Throws `SceneError`. `annotations` are read as they are built.
+    explicit Scene(std::string_view text);
+
+    const std::string& title() const { return title_; }
+    const std::string& kind() const { return kind_; }
+    const std::string& licence() const { return licence_; }
+    const Matrix& view() const { return view_; }
+    const std::vector<ModelEdge>& edges() const { return edges_; }
+
+    std::size_t annotationCount() const;
+    Value annotation(std::size_t index) const;
+
+    /// An edge by its id, or one that is described on the spot.
+    Edge readEdge(const Value& value) const;
+    /// The edge of an id, if there is one.
+    const Edge* findEdge(const std::string& id) const;
+    /// 3 numbers or the name of a point.
+    Vec3 readPoint(const Value& value) const;
+
+private:
+    void readEdges(const Value& list);
+    void readPoints(const Value& value);
+    Edge readEdgeMembers(Object& members) const;
+
+    nlohmann::json json_;
+    std::string title_;
+    std::string kind_;
+    std::string licence_;
+    Matrix view_;
+    std::vector<ModelEdge> edges_;
+    std::map<std::string, std::size_t> edgeById_;
+    std::map<std::string, Vec3> points_;
+};
+
+/// A standard view's name or 16 numbers.
+Matrix readView(const Value& value);
+
+/// Called now and then with the annotations done and all of them.
+using Progress = std::function<void(std::size_t, std::size_t)>;
+
+} // namespace host
