@@ -1,4 +1,4 @@
-#include "dimensions.h"
+#include "host/step/dimensions.h"
 
 #include <algorithm>
 #include <array>
@@ -8,6 +8,7 @@
 #include <set>
 
 #include <Interface_EntityIterator.hxx>
+#include <StepAP242_DraughtingModelItemAssociation.hxx>
 #include <StepAP242_ItemIdentifiedRepresentationUsage.hxx>
 #include <StepRepr_CompositeShapeAspect.hxx>
 #include <StepRepr_HArray1OfRepresentationItem.hxx>
@@ -26,7 +27,7 @@
 #include <StepVisual_TessellatedItem.hxx>
 #include <TransferBRep.hxx>
 
-#include "values.h"
+#include "host/step/values.h"
 
 namespace host::step {
 namespace {
@@ -99,7 +100,9 @@ void DimensionReader::collect() {
         } else if (const auto usage =
                        Handle(StepAP242_ItemIdentifiedRepresentationUsage)::DownCast(entity);
                    !usage.IsNull()) {
-            if (usage->Definition().IsNull())
+            // What draws an aspect is no part of it.
+            if (usage->Definition().IsNull() ||
+                entity->IsKind(STANDARD_TYPE(StepAP242_DraughtingModelItemAssociation)))
                 continue;
             for (int item = 1; item <= usage->NbIdentifiedItem(); ++item)
                 items_[numberOf(usage->Definition().Value())].push_back(

@@ -5,9 +5,9 @@
 #include <StepData_StepModel.hxx>
 #include <Transfer_TransientProcess.hxx>
 
-#include "part21.h"
-#include "records.h"
-#include "shapes.h"
+#include "host/step/part21.h"
+#include "host/step/records.h"
+#include "host/step/shapes.h"
 
 namespace host::step {
 

@@ -1,4 +1,4 @@
-#include "hidden.h"
+#include "host/step/hidden.h"
 
 #include <cmath>
 #include <set>

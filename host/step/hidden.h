@@ -4,7 +4,7 @@
 
 #include <TopoDS_Shape.hxx>
 
-#include "records.h"
+#include "host/step/records.h"
 
 namespace host::step {
 

@@ -1,4 +1,4 @@
-#include "modelprocess.h"
+#include "host/step/modelprocess.h"
 
 #include <array>
 #include <cerrno>
@@ -13,7 +13,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "read.h"
+#include "host/step/read.h"
 
 namespace host::step {
 namespace {

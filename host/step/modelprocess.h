@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <functional>
 
-#include "records.h"
+#include "host/step/records.h"
 
 namespace host::step {
 

@@ -1,4 +1,4 @@
-#include "part21.h"
+#include "host/step/part21.h"
 
 #include <charconv>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "read.h"
+#include "host/step/read.h"
 
 #include <fstream>
 #include <iterator>
@@ -17,9 +17,9 @@
 #include <XSControl_TransferReader.hxx>
 #include <XSControl_WorkSession.hxx>
 
-#include "dimensions.h"
-#include "hidden.h"
-#include "values.h"
+#include "host/step/dimensions.h"
+#include "host/step/hidden.h"
+#include "host/step/values.h"
 
 namespace host::step {
 namespace {

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <memory>
 
-#include "records.h"
+#include "host/step/records.h"
 
 namespace host::step {
 

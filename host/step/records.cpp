@@ -1,4 +1,4 @@
-#include "records.h"
+#include "host/step/records.h"
 
 #include <cstring>
 #include <type_traits>

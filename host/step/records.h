@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include "../geometry.h"
+#include "host/geometry/vectors.h"
 
 namespace host::step {
 

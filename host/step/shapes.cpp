@@ -1,4 +1,4 @@
-#include "shapes.h"
+#include "host/step/shapes.h"
 
 #include <algorithm>
 #include <cmath>

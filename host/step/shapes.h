@@ -8,7 +8,7 @@
 #include <TopoDS_Face.hxx>
 #include <TopoDS_Shape.hxx>
 
-#include "records.h"
+#include "host/step/records.h"
 
 namespace host::step {
 

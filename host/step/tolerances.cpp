@@ -8,7 +8,7 @@
 #include <StepDimTol_GeoTolAndGeoTolWthMod.hxx>
 #include <StepDimTol_GeometricTolerance.hxx>
 
-#include "dimensions.h"
+#include "host/step/dimensions.h"
 
 namespace host::step {
 namespace {

@@ -1,4 +1,4 @@
-#include "values.h"
+#include "host/step/values.h"
 
 #include <algorithm>
 #include <charconv>
@@ -20,7 +20,7 @@
 #include <StepShape_TypeQualifier.hxx>
 #include <StepShape_ValueFormatTypeQualifier.hxx>
 
-#include "../utf8.h"
+#include "host/system/utf8.h"
 
 namespace host::step {
 namespace {

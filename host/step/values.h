@@ -5,7 +5,7 @@
 #include <Standard_Transient.hxx>
 #include <TCollection_HAsciiString.hxx>
 
-#include "records.h"
+#include "host/step/records.h"
 
 namespace host::step {
 
