@@ -126,7 +126,8 @@ std::optional<Geometry> ofCone(const Dimension& dimension, const Face& cone) {
     geometry.measured = (whole ? 2 : 1) * half / kDegree;
     corner.ranges[0] = slant;
     corner.ranges[1] = whole ? slant : Range{along.low - apex, along.high - apex};
-    // Directions follow when the view is known: half the angle to either side of the axis.
+    corner.turns[0] = half;
+    corner.turns[1] = whole ? -half : 0;
     return geometry;
 }
 

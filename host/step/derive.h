@@ -31,9 +31,11 @@ struct Corner {
     Vec3 directions[2]{};
     /// From where to where each side's feature reaches, measured from the vertex.
     Range ranges[2]{};
-    /// Any normal square to this axis will do: the sides turn with it.
+    /// Of a cone, any normal square to its axis will do; each side is turned from the axis by so
+    /// many radians.
     bool turnsAbout = false;
     Vec3 axis{};
+    double turns[2]{};
 };
 
 /// A dimension's geometry, in the model.

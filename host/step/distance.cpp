@@ -147,7 +147,8 @@ public:
 
     bool found() const { return agreeing_; }
     void tryPair(const Element& a, const Element& b) {
-        for (const Reading& reading : Readings(a, b).all()) {
+        const Readings readings(a, b);
+        for (const Reading& reading : readings.all()) {
             const double measured = valueOf(reading) / dimension_.unitSize;
             const bool agreeing = agrees(dimension_, measured);
             if (agreeing_ || (best_ && !agreeing))
@@ -221,25 +222,39 @@ std::optional<Geometry> alongFeature(const Dimension& dimension) {
 }
 
 /// A depth that names its floor alone was measured to the outermost parallel face on the side that
-/// the floor looks to.
+/// the floor looks to. Where there is none the face is the outermost one itself, and the depth goes
+/// through the material: to the nearest face that looks the other way.
+const Face* oppositeOf(const Element& floor, const std::vector<Face>& planes) {
+    const double here = dot(floor.point, floor.direction);
+    const Face* outermost = nullptr;
+    const Face* behind = nullptr;
+    double reach = here + kNoDistance;
+    double back = -HUGE_VAL;
+    for (const Face& plane : planes) {
+        if (plane.part != floor.part || !parallel(plane.axis, floor.direction))
+            continue;
+        const double at = dot(plane.origin, floor.direction);
+        if (at > reach) {
+            reach = at;
+            outermost = &plane;
+        } else if (at < here - kNoDistance && at > back && dot(plane.axis, floor.direction) < 0) {
+            back = at;
+            behind = &plane;
+        }
+    }
+    return outermost != nullptr ? outermost : behind;
+}
+
 std::optional<Geometry> fromFloor(const Dimension& dimension, const Model& model) {
     const std::vector<Element> elements = elementsOf(dimension.first);
     if (elements.size() != 1 || elements.front().kind != ElementKind::Plane)
         return std::nullopt;
     const Element& floor = elements.front();
-    const Face* outermost = nullptr;
-    double reach = dot(floor.point, floor.direction);
-    for (const Face& plane : model.planes) {
-        const double at = dot(plane.origin, floor.direction);
-        if (plane.part == floor.part && parallel(plane.axis, floor.direction) && at > reach) {
-            reach = at;
-            outermost = &plane;
-        }
-    }
-    if (outermost == nullptr)
+    const Face* face = oppositeOf(floor, model.planes);
+    if (face == nullptr)
         return std::nullopt;
     Feature opposite;
-    opposite.faces.push_back(*outermost);
+    opposite.faces.push_back(*face);
     Best best(dimension);
     best.tryPair(floor, elementsOf(opposite).front());
     return best.take();
