@@ -7,7 +7,8 @@ namespace host::step {
 namespace {
 
 // What speaks against a place, in text heights of leader.
-constexpr double kOtherSide = 25;
+constexpr double kOtherSide = 8;
+constexpr double kUnusualSide = 12;
 constexpr double kBehindRow = 3;
 constexpr double kCrossesText = 200;
 constexpr double kCrossesLeader = 40;
@@ -147,7 +148,7 @@ private:
         double price = length(line.end - line.start) / height_;
         if (slot.place != preferred(anchor))
             price += slot.place == Place::Right || slot.place == Place::Above ? kOtherSide
-                                                                              : 2 * kOtherSide;
+                                                                              : kUnusualSide;
         price += kBehindRow * slot.row;
         const Vec2 way = line.end - line.start;
         const double slope = std::abs(way.y) / (std::abs(way.x) + 1e-9 * height_);

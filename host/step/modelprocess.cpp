@@ -9,7 +9,11 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#if defined(__linux__)
+#include <sys/prctl.h>
+#endif
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -27,10 +31,29 @@ constexpr Milliseconds kMeshLines{60000};
 /// What an answer starts with.
 enum class Outcome : char { Done = 'd', Failed = 'f' };
 
+/// A process that works for another one ends with it, however that ends.
+void endWithParent() {
+#if defined(__linux__)
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+#endif
+}
+
+/// Sends bytes to a process that may be gone.
+bool sendAll(int socket, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t sent = send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+        if (sent < 0 && errno != EINTR)
+            return false;
+        if (sent > 0)
+            bytes.remove_prefix(static_cast<std::size_t>(sent));
+    }
+    return true;
+}
+
 /// Both ends of a pipe that no other program inherits.
 struct Pipe {
     Pipe() {
-        if (pipe2(ends.data(), O_CLOEXEC) != 0)
+        if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0)
             throw StepError("cannot be read: no pipe is left");
     }
     int reading() const { return ends[0]; }
@@ -167,6 +190,7 @@ std::optional<std::string> linesFrom(const Part& part, const Request& request, b
     const Pipe pipe;
     const pid_t helper = fork();
     if (helper == 0) {
+        endWithParent();
         close(pipe.reading());
         answerWith(pipe.writing(), [&] {
             return packPicture(part.picture(request.right, request.up, fromMesh));
@@ -223,8 +247,9 @@ ModelProcess::ModelProcess(const std::filesystem::path& file, const Limits& limi
     const Pipe fromChild;
     process_ = fork();
     if (process_ == 0) {
-        // Its end, and so the end of its own helpers, comes with the group's.
+        // Its helpers end with its group.
         setpgid(0, 0);
+        endWithParent();
         close(toChild.writing());
         close(fromChild.reading());
         serve(file, limits, toChild.reading(), fromChild.writing());
@@ -271,7 +296,7 @@ Model ModelProcess::model(const Waiting& waiting) {
 Picture ModelProcess::picture(const Vec3& right, const Vec3& up, const Waiting& waiting) {
     const Request request{right, up};
     const std::string_view bytes(reinterpret_cast<const char*>(&request), sizeof request);
-    if (!writeAll(requests_, bytes))
+    if (!sendAll(requests_, bytes))
         throw StepError("the lines of a view cannot be found");
     return unpackPicture(answer(waiting, limits_.exactLines + 2 * kMeshLines));
 }

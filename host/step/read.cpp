@@ -3,7 +3,7 @@
 #include <fstream>
 #include <iterator>
 
-#include <Interface_Static.hxx>
+#include <BRepLib.hxx>
 #include <Message.hxx>
 #include <Message_Messenger.hxx>
 #include <Message_PrinterOStream.hxx>
@@ -78,6 +78,8 @@ Part::Part(const std::filesystem::path& file) : content_(std::make_unique<Conten
         content_->shape = reader.OneShape();
         if (content_->shape.IsNull())
             throw StepError("holds no part that can be read");
+        // Where one face runs into the next smoothly, a picture has no line.
+        BRepLib::EncodeRegularity(content_->shape);
         const Places places(content_->shape);
         const Source source{reader.StepModel(), reader.WS()->TransferReader()->TransientProcess(),
                             wrappedListsOf(file)};

@@ -88,18 +88,16 @@ private:
     void placeTurned(std::size_t i) {
         const Geometry& shape = geometry(i);
         std::vector<std::pair<double, int>> options;
-        const auto offer = [&](const Vec3& point, const Vec3& axis) {
-            if (!isDirection(axis))
-                return;
-            for (const Vec3& side : {axis, -1.0 * axis})
-                options.emplace_back(rangeAlong(hull_, side).high - dot(point, side),
-                                     viewFrom(side));
-        };
         for (const Circle& circle : shape.circles)
-            if (!circle.anyAxis)
-                offer(circle.centre, circle.axis);
-        if (shape.shown == Shown::Angle && !shape.corner.turnsAbout)
-            offer(shape.corner.vertex, shape.corner.normal);
+            if (!circle.anyAxis && isDirection(circle.axis))
+                for (const Vec3& side : {circle.axis, -1.0 * circle.axis})
+                    options.emplace_back(rangeAlong(hull_, side).high - dot(circle.centre, side),
+                                         viewFrom(side));
+        // An angle is seen as well from the one side as from the other.
+        if (shape.shown == Shown::Angle && !shape.corner.turnsAbout &&
+            isDirection(shape.corner.normal))
+            for (const Vec3& side : {shape.corner.normal, -1.0 * shape.corner.normal})
+                options.emplace_back(0, viewFrom(side));
         if (options.empty())
             return;
         const double nearest = std::min_element(options.begin(), options.end())->first;
