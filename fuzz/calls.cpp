@@ -1,4 +1,5 @@
-// Any entry point or builder, with any arguments.
+// Any entry points and builders, one after the other on one annotation, with any arguments. An
+// input begins with a line of their names.
 #include "support/calls.h"
 
 #include "target.h"
@@ -42,14 +43,16 @@ Record readRecord(std::size_t base, Input& input) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Input input(data, size);
+    const std::vector<std::string> names = input.takeNames();
     const auto choice = input.take<std::uint8_t>();
-    const auto places = input.take<std::array<std::uint8_t, 2>>();
     Arguments arguments(readRecord(choice / kReadOneIn, input));
-    for (const std::size_t place : places) {
-        if (place < calls().size()) {
-            calls()[place].prepare(arguments);
-            calls()[place].run(arguments);
+    for (const std::string& name : names) {
+        const Call* call = findCall(name);
+        if (call == nullptr) {
+            return refused("no call " + name);
         }
+        call->prepare(arguments);
+        call->run(arguments);
     }
     require(choice % kReadOneIn != 0 || !arguments.bits().empty());
     return 0;

@@ -7,6 +7,11 @@
 
 #include "target.h"
 
+int refused(const std::string& why) {
+    std::cerr << why << '\n';
+    return -1;
+}
+
 int main(int argc, char** argv) {
     namespace fs = std::filesystem;
     int count = 0;
@@ -21,7 +26,10 @@ int main(int argc, char** argv) {
         for (const fs::path& path : paths) {
             std::ifstream file(path, std::ios::binary);
             const std::vector<std::uint8_t> bytes(std::istreambuf_iterator<char>(file), {});
-            LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
+            if (LLVMFuzzerTestOneInput(bytes.data(), bytes.size()) != 0) {
+                std::cerr << path.string() << " is not an input of this target\n";
+                return EXIT_FAILURE;
+            }
             ++count;
         }
     }

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <cstdlib>
 #include <span>
+#include <string>
+#include <vector>
 
 /// Reads the input's numbers; zeros past its end.
 class Input {
@@ -24,6 +26,23 @@ public:
         return std::bit_cast<T>(bytes);
     }
 
+    /// The names on a line, with blanks between them.
+    std::vector<std::string> takeNames() {
+        std::vector<std::string> names(1);
+        while (!empty()) {
+            const char c = take<char>();
+            if (c == '\n') {
+                break;
+            }
+            if (c == ' ') {
+                names.emplace_back();
+            } else {
+                names.back() += c;
+            }
+        }
+        return names;
+    }
+
 private:
     std::span<const std::uint8_t> rest_;
 };
@@ -34,6 +53,10 @@ inline void require(bool kept) {
         std::abort();
     }
 }
+
+/// An input that is not one of the target's: a mistake in a corpus, an everyday thing while
+/// fuzzing.
+int refused(const std::string& why);
 
 // NOLINTNEXTLINE(readability-identifier-naming)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

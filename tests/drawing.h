@@ -82,8 +82,20 @@ inline Record standing(Record record, const Rigid& frame, const Rigid& viewer, d
     return record;
 }
 
-/// What no call sets.
+/// The type that an annotation has before the call, and after a call that sets none.
 inline constexpr auto kTypeBefore = static_cast<AnkPMITypeEnum>(99);
+
+/// The number that a call says it measured is what the value text shows: to the text's last digit,
+/// and to what single precision leaves of the measured curves.
+inline void ExpectShown(const host::Measured& measured, const Ank_PMI& pmi) {
+    const std::vector<Ank_ComText*> blocks = pmi.GetComText();
+    if (measured.quantity == host::Quantity::None || blocks.empty()) {
+        return;
+    }
+    const double lastDigit = 0.00502;
+    const double narrowing = (measured.quantity == host::Quantity::Angle ? 1e-2 : 1e-4);
+    EXPECT_NEAR(Drawing(pmi).text.number(), measured.value, lastDigit + narrowing);
+}
 
 /// A call that has been made.
 struct Made : Arguments {
@@ -93,6 +105,7 @@ struct Made : Arguments {
         pmi.SetParallelScreen(parallelScreen);
         pmi.SetDefPlane({});
         run(call, *this);
+        ExpectShown(handed.measured, pmi);
     }
 };
 

@@ -79,32 +79,34 @@ protected:
 
 /// The edges' gaps at the vertex are bridged by the host.
 void ExpectGapsHandedBack(const Made& made, const Rigid& frame, const Corner& corner) {
-    int count = 0;
+    std::vector<Vec> ends;
     for (std::size_t k = 0; k < 2; ++k) {
         if (corner.gap[k] > 0.01) {
-            const Vec to = frame.point(corner.rays[k] * corner.gap[k]);
-            ExpectVec3Near(Vec(made.specialLines[2 * count]), frame.origin, kNear);
-            ExpectVec3Near(Vec(made.specialLines[2 * count + 1]), to, kNear);
-            ++count;
+            ends.push_back(frame.origin);
+            ends.push_back(frame.point(corner.rays[k] * corner.gap[k]));
         }
     }
-    EXPECT_EQ(made.count, count);
-    for (int unused = 2 * count; unused < 4; ++unused) {
-        ExpectVec3Near(Vec(made.specialLines[unused]), frame.origin, kNear);
+    EXPECT_EQ(made.handedBack<int>("specialLineCount"), static_cast<int>(ends.size() / 2));
+    EXPECT_EQ(made.handed.callerLines.size(), ends.size() / 2);
+    ends.resize(4, frame.origin);
+    const auto& handedBack = made.handedBack<std::vector<host::Vec3>>("specialLines");
+    for (std::size_t i = 0; i < 4; ++i) {
+        ExpectVec3Near(Vec(handedBack.at(i).data()), ends[i], kNear);
     }
 }
 
 /// Edge 2 has come down into the plane; the caller's other values are as they were.
 void ExpectCoplanar(const Made& made, const Rigid& frame, const Corner& corner) {
-    EXPECT_TRUE(made.count == 1 && made.code == 1);
+    EXPECT_TRUE(made.handedBack<int>("flag1") == 1 && made.handedBack<int>("flag2") == 1);
+    const auto& edge1 = made.handedBack<host::MovedLine>("edge1");
+    const auto& edge2 = made.handedBack<host::MovedLine>("edge2");
+    EXPECT_EQ(Vec(edge1.start), Vec(made.lines[0].GetStartPoint()));
+    EXPECT_EQ(Vec(edge1.end), Vec(made.lines[0].GetEndPoint()));
     const auto& [start, end] = corner.record.lineEnds[1];
-    ExpectVec3Near(made.lines[1].GetStartPoint(), frame.point(Vec(start)), 1e-4);
-    ExpectVec3Near(made.lines[1].GetEndPoint(), frame.point(Vec(end)), 1e-4);
-    const Arguments before(static_cast<const Record&>(made));
-    EXPECT_EQ(read(made.lines[0]), read(before.lines[0]));
-    for (std::size_t i = 0; i < 2; ++i) {
-        EXPECT_EQ(Vec(made.elements[i].pickPoint), Vec(made.picks[i]));
-    }
+    ExpectVec3Near(edge2.start, frame.point(Vec(start)), 1e-4);
+    ExpectVec3Near(edge2.end, frame.point(Vec(end)), 1e-4);
+    EXPECT_EQ(Vec(made.handedBack<host::Vec3>("pick1").data()), Vec(made.picks[0]));
+    EXPECT_EQ(Vec(made.handedBack<host::Vec3>("pick2").data()), Vec(made.picks[1]));
 }
 
 TEST_P(AngleTest, LiesBetweenItsSides) {
@@ -165,7 +167,7 @@ TEST(SideAngle, OfParallelEdgesIsZero) {
     ASSERT_EQ(drawing.leaders.size(), 2U);
     ExpectStroke(drawing.leaders[1], {5, 4, 0}, {5, 4, 0}, 1e-6);
     EXPECT_TRUE(drawing.extensions.empty());
-    EXPECT_EQ(made.count, 0);
+    EXPECT_EQ(made.handedBack<int>("specialLineCount"), 0);
 }
 
 TEST(PickedAngle, EdgeTouchesTheVertexByItsEndAlone) {

@@ -199,8 +199,6 @@ struct Framed : Arguments {
         }
         pmi.AddComText(nullptr);
         envelope = {true, 0x330000FFU, 0xFF3300U};
-        frameColours[0] = envelope.backgroundColour;
-        frameColours[1] = envelope.frameColour;
     }
     /// How the blocks are framed, and the leaders.
     std::string frames() const {
@@ -220,12 +218,12 @@ TEST(Envelope, FramesTheFirstBlockAtItsFirstLine) {
     Framed framed;
     run("FillEnvelope", framed);
     EXPECT_EQ(framed.frames(), frameAt("1 5 0"));
-    Framed bare;
+    unsigned long colors[2] = {};
     for (Ank_ComText* block : {new Ank_ComText, static_cast<Ank_ComText*>(nullptr)}) {
         Ank_PMI pmi;
-        CDimSymUitity::FillEnvelope(&pmi, true, bare.frameColours[0], bare.frameColours[1]);
+        CDimSymUitity::FillEnvelope(&pmi, true, colors[0], colors[1]);
         pmi.AddComText(block);
-        CDimSymUitity::FillEnvelope(&pmi, true, bare.frameColours[0], bare.frameColours[1]);
+        CDimSymUitity::FillEnvelope(&pmi, true, colors[0], colors[1]);
         EXPECT_TRUE(block == nullptr || block->GetEnvelope() == nullptr);
     }
 }

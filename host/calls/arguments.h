@@ -22,6 +22,9 @@ struct Need {
     bool isNeeded = true;
     /// The member on which that hangs: a boolean that is true, or an edge that is an arc, needs it.
     const char* with = nullptr;
+
+    /// Whether that is so for any values of the other members.
+    bool always() const { return isNeeded && with == nullptr; }
 };
 inline constexpr Need kAlways{true, nullptr};
 inline constexpr Need kNotNeeded{false, nullptr};

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "host/calls/measure.h"
+
 namespace host {
 namespace {
 
@@ -12,11 +14,16 @@ void keep(const Placement& placement, CallResult& result) {
     result.locate = placement.locate;
 }
 
+Measured asLength(double value) { return {Quantity::Length, value}; }
+Measured asAngle(double degrees) { return {Quantity::Angle, degrees}; }
+
 Vec3 fromArray(const double (&p)[3]) { return {p[0], p[1], p[2]}; }
 
 // Distances ---------------------------------------------------------------------------------------
 
-template <auto create> void distance(Arguments& in, Ank_PMI& pmi, CallResult& result) {
+/// @tparam from, to which of the six points are measured
+template <auto create, std::size_t from, std::size_t to>
+void distance(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     std::array<Vec3, 6> given{};
     in.points("points", given);
     Vec3 text = in.point("text");
@@ -28,6 +35,7 @@ template <auto create> void distance(Arguments& in, Ank_PMI& pmi, CallResult& re
     }
     create(points, text.data(), height, &pmi, &status, nullptr);
     result.status = status;
+    result.measured = asLength(distanceOf(given[from], given[to]));
 }
 
 void update(Arguments& in, Ank_PMI& pmi, CallResult& result) {
@@ -36,6 +44,7 @@ void update(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     int status = in.status();
     PMIUpdateDimesion(&pmi, first.data(), second.data(), nullptr, &status);
     result.status = status;
+    result.measured = asLength(distanceOf(first, second));
 }
 
 // Linear dimensions -------------------------------------------------------------------------------
@@ -47,6 +56,9 @@ void edgeToEdge(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     PMICreateLinDistDim3D(edge1.entity, edge2.entity, &at.locate, at.height, &pmi, &at.status,
                           at.viewMatrix(), nullptr);
     keep(at, result);
+    result.measured =
+        asLength(distanceOfEdges(lineOf(edge1), lineOf(edge2), Frame::of(pmi), at.locate.point));
+    result.centersText = true;
 }
 
 void pointToEdge(Arguments& in, Ank_PMI& pmi, CallResult& result) {
@@ -56,6 +68,8 @@ void pointToEdge(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     PMICreateLinDotDim3D(edge.entity, point.entity, &at.locate, at.height, &pmi, &at.status,
                          at.viewMatrix());
     keep(at, result);
+    result.measured = asLength(distanceToEdge(lineOf(edge), pointOf(point), Frame::of(pmi)));
+    result.centersText = true;
 }
 
 void pointToPoint(Arguments& in, Ank_PMI& pmi, CallResult& result) {
@@ -66,6 +80,8 @@ void pointToPoint(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     int status = in.status();
     PMICreateDotDistDim3D(line1.line(), line2.line(), height, &pmi, &status, view.pointer());
     result.status = status;
+    result.measured = asLength(distanceOf(lineOf(line1).start, lineOf(line2).start));
+    result.centersText = true;
 }
 
 void clippedDistance(Arguments& in, Ank_PMI& pmi, CallResult& result) {
@@ -76,6 +92,9 @@ void clippedDistance(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     PMICreateClipDim3D(normal.data(), a.data(), b.data(), &at.locate, at.height, &pmi, &at.status,
                        at.viewMatrix());
     keep(at, result);
+    const Frame frame = Frame::ofSection(normal, a, b);
+    result.measured = asLength(length(frame.flat(b) - frame.flat(a)));
+    result.centersText = true;
 }
 
 /// A section plane, as the clipped calls take it.
@@ -102,6 +121,9 @@ void clippedPointToEdge(Arguments& in, Ank_PMI& pmi, CallResult& result) {
                              point.entity, &at.locate, at.height, &pmi, &at.status,
                              at.viewMatrix());
     keep(at, result);
+    const Frame frame = Frame::ofSection(cut.normal, cut.origin, cut.xPoint);
+    result.measured = asLength(distanceToEdge(lineOf(edge), pointOf(point), frame));
+    result.centersText = true;
 }
 
 void parallel(Arguments& in, Ank_PMI& pmi, CallResult& result) {
@@ -112,17 +134,25 @@ void parallel(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     PMICreateParallelDim3D(&kindCode, nullptr, reference.entity, edge.entity, nullptr, &at.locate,
                            at.height, &pmi, &at.status, at.viewMatrix());
     keep(at, result);
+    if (kindCode == kKindCode) {
+        const LineEdge measured = lineOf(edge);
+        result.measured = asLength(distanceOf(measured.start, measured.end));
+    }
 }
 
 // Circles -----------------------------------------------------------------------------------------
 
-template <auto create> void circle(Arguments& in, Ank_PMI& pmi, CallResult& result) {
+/// @tparam factor what is shown, by the radius
+template <auto create, int factor> void circle(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     int kindCode = in.integer("kindCode", kKindCode);
     const Curve measured = in.curve("circle", kArc);
     Placement at = in.placement();
     create(&kindCode, measured.entity, &at.locate, nullptr, at.height, &pmi, &at.status,
            at.viewMatrix());
     keep(at, result);
+    if (kindCode == kKindCode) {
+        result.measured = asLength(factor * arcOf(measured).radius);
+    }
 }
 
 /// The curve whose length is measured, and the two lines that orient an arc's sweep; a straight
@@ -144,11 +174,19 @@ MeasuredCurve readMeasuredCurve(Arguments& in) {
     return read;
 }
 
+double lengthOf(const MeasuredCurve& read) {
+    const bool isLine = read.curve.line() != nullptr;
+    const LineEdge edge = lineOf(read.curve);
+    return isLine ? distanceOf(edge.start, edge.end)
+                  : lengthOfArc(arcOf(read.curve), read.line1, read.line2);
+}
+
 void arcLength(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     MeasuredCurve read = readMeasuredCurve(in);
     PMICreateArcDim3D(nullptr, read.curve.entity, &read.at.locate, read.at.height, &pmi,
                       &read.at.status, read.at.viewMatrix(), read.line1.line(), read.line2.line());
     keep(read.at, result);
+    result.measured = asLength(lengthOf(read));
 }
 
 void clippedArcLength(Arguments& in, Ank_PMI& pmi, CallResult& result) {
@@ -158,11 +196,12 @@ void clippedArcLength(Arguments& in, Ank_PMI& pmi, CallResult& result) {
                           read.curve.entity, &read.at.locate, read.at.height, &pmi, &read.at.status,
                           read.at.viewMatrix(), read.line1.line(), read.line2.line());
     keep(read.at, result);
+    result.measured = asLength(lengthOf(read));
 }
 
 // Angles ------------------------------------------------------------------------------------------
 
-void angle(Arguments& in, Ank_PMI& pmi, CallResult& result) {
+void angleOnTextSide(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     int mode = in.integer("angleMode", 0);
     const Curve edge1 = in.curve("edge1", kLine);
     const Curve edge2 = in.curve("edge2", kLine);
@@ -177,7 +216,11 @@ void angle(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     for (std::size_t i = 0; static_cast<int>(i) < std::min(count, 2); ++i) {
         result.callerLines.push_back({points[2 * i], points[2 * i + 1]});
     }
-    result.others = {{"specialLineCount", count}, {"specialLines", std::move(points)}};
+    result.handBack("specialLineCount", count);
+    result.handBack("specialLines", std::move(points));
+    const double degrees =
+        angleAtText(lineOf(edge1), lineOf(edge2), Frame::of(pmi), at.locate.point);
+    result.measured = asAngle(shownAngle(degrees, mode));
 }
 
 _ank_element elementOf(const Curve& edge, const Vec3& pick) {
@@ -191,7 +234,7 @@ MovedLine movedLine(const _ank_element& element) {
     return {element.line->GetStartPoint(), element.line->GetEndPoint()};
 }
 
-void angleOfPicks(Arguments& in, Ank_PMI& pmi, CallResult& result) {
+void angleOnPickedSides(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     int mode = in.integer("angleMode", 0);
     const Curve edge1 = in.curve("edge1", kLine);
     const Vec3 pick1 = in.point("pick1");
@@ -205,12 +248,14 @@ void angleOfPicks(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     PMICreateAngleDim3D(&mode, &flag1, &flag2, &element1, &element2, &at.locate, nullptr, nullptr,
                         at.height, &pmi, &at.status, at.viewMatrix());
     keep(at, result);
-    result.others = {{"flag1", flag1},
-                     {"flag2", flag2},
-                     {"edge1", movedLine(element1)},
-                     {"pick1", fromArray(element1.pickPoint)},
-                     {"edge2", movedLine(element2)},
-                     {"pick2", fromArray(element2.pickPoint)}};
+    result.handBack("flag1", flag1);
+    result.handBack("flag2", flag2);
+    result.handBack("edge1", movedLine(element1));
+    result.handBack("pick1", fromArray(element1.pickPoint));
+    result.handBack("edge2", movedLine(element2));
+    result.handBack("pick2", fromArray(element2.pickPoint));
+    const double degrees = angleOfPicks(lineOf(edge1), pick1, lineOf(edge2), pick2, Frame::of(pmi));
+    result.measured = asAngle(shownAngle(degrees, mode));
 }
 
 // Notes and frames --------------------------------------------------------------------------------
@@ -245,16 +290,17 @@ void fillEnvelope(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     unsigned long background = in.color("backgroundColour");
     unsigned long frameColor = in.color("frameColour");
     CDimSymUitity::FillEnvelope(&pmi, frame, background, frameColor);
-    result.others = {{"backgroundColour", static_cast<std::uint32_t>(background)},
-                     {"frameColour", static_cast<std::uint32_t>(frameColor)}};
+    result.handBack("backgroundColour", static_cast<std::uint32_t>(background));
+    result.handBack("frameColour", static_cast<std::uint32_t>(frameColor));
 }
 
+// A new entry point needs its line here.
 constexpr Call kCalls[] = {
-    {"PMICreateAxToAx", distance<PMICreateAxToAx>},
-    {"PMICreateCntToCnt", distance<PMICreateCntToCnt>},
-    {"PMICreatePLNTOPLN", distance<PMICreatePLNTOPLN>},
-    {"PMICreatePntToFace", distance<PMICreatePntToFace>},
-    {"PMIUpdateDimesion", update},
+    {"PMICreateAxToAx", distance<PMICreateAxToAx, 2, 5>},
+    {"PMICreateCntToCnt", distance<PMICreateCntToCnt, 0, 2>},
+    {"PMICreatePLNTOPLN", distance<PMICreatePLNTOPLN, 2, 5>},
+    {"PMICreatePntToFace", distance<PMICreatePntToFace, 2, 5>},
+    {"PMIUpdateDimesion", update, true},
     {"PMICreateLinDistDim3D", edgeToEdge},
     {"PMICreateLinDotDim3D", pointToEdge},
     {"PMICreateDotDistDim3D", pointToPoint},
@@ -263,13 +309,13 @@ constexpr Call kCalls[] = {
     {"PMICreateParallelDim3D", parallel},
     {"PMICreateArcDim3D", arcLength},
     {"PMICreateClipArcDim3D", clippedArcLength},
-    {"PMICreateDiameterDim3D", circle<PMICreateDiameterDim3D>},
-    {"PMICreateRadiusDim3D", circle<PMICreateRadiusDim3D>},
-    {"PMICreateAngleDim", angle},
-    {"PMICreateAngleDim3D", angleOfPicks},
+    {"PMICreateDiameterDim3D", circle<PMICreateDiameterDim3D, 2>},
+    {"PMICreateRadiusDim3D", circle<PMICreateRadiusDim3D, 1>},
+    {"PMICreateAngleDim", angleOnTextSide},
+    {"PMICreateAngleDim3D", angleOnPickedSides},
     {"PMICreateNote3D", note},
-    {"PMISetEnvelope", setEnvelope},
-    {"FillEnvelope", fillEnvelope},
+    {"PMISetEnvelope", setEnvelope, true},
+    {"FillEnvelope", fillEnvelope, true},
 };
 
 } // namespace

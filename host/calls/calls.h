@@ -7,6 +7,7 @@
 #include <optional>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -30,6 +31,15 @@ struct HandedBack {
     Value value;
 };
 
+enum class Quantity { None, Length, Angle };
+
+/// What a call measured: the number that its value text shows.
+struct Measured {
+    Quantity quantity = Quantity::None;
+    /// Lengths in model units, angles in degrees. Not a number where there is nothing to measure.
+    double value = 0;
+};
+
 /// What one call gives back beside the annotation.
 struct CallResult {
     const char* call = "";
@@ -38,14 +48,23 @@ struct CallResult {
     /// The placement record afterwards, its point in plane coordinates.
     std::optional<_ank_locate> locate;
     std::vector<HandedBack> others;
+    Measured measured;
+    /// Whether its value stands centred on the dimension line, by the library's estimate.
+    bool centersText = false;
     /// Lines that a call leaves to its caller to draw, in model coordinates.
     std::vector<LineEdge> callerLines;
+
+    void handBack(const char* name, HandedBack::Value value) {
+        others.push_back({name, std::move(value)});
+    }
 };
 
 struct Call {
     const char* name;
     /// Reads its arguments, makes the call and keeps what it handed back.
     void (*make)(Arguments&, Ank_PMI&, CallResult&);
+    /// It works on an annotation that another call has made.
+    bool changes = false;
 };
 
 /// Every call that makes or changes an annotation.

@@ -4,7 +4,11 @@
 #include <bit>
 #include <cfloat>
 #include <limits>
+#include <map>
+#include <stdexcept>
 
+#include "host/calls/description.h"
+#include "host/calls/packed.h"
 #include "support/annotation.h"
 #include "support/members.h"
 
@@ -29,57 +33,11 @@ private:
 };
 
 // One line a call: what is called, with which of the arguments `a`.
-// NOLINTBEGIN(cppcoreguidelines-macro-usage)
+// NOLINTNEXTLINE(cppcoreguidelines-macro-usage)
 #define RUN(expression) [](Arguments& a) { expression; }
-#define CALL(function, arguments)                                                                  \
-    { #function, RUN(function arguments) }
-// NOLINTEND(cppcoreguidelines-macro-usage)
 
-void note(Arguments& a) {
-    PMICreateNote3D(a.noteLines, a.place, a.text, 0, a.flag(0), std::move(a.extraLine), a.height,
-                    &a.pmi, &a.status);
-}
-
-void angle(Arguments& a) {
-    PMICreateAngleDim(&a.mode, a.line(0), a.line(1), &a.locate, a.height, &a.pmi, &a.status,
-                      a.count, a.specialLines, a.view());
-}
-
-constexpr Call kCalls[] = {
-    CALL(PMICreateAxToAx, (a.points, a.text, a.height, &a.pmi, &a.status, nullptr)),
-    CALL(PMICreateCntToCnt, (a.points, a.text, a.height, &a.pmi, &a.status, nullptr)),
-    CALL(PMICreatePLNTOPLN, (a.points, a.text, a.height, &a.pmi, &a.status, nullptr)),
-    CALL(PMICreatePntToFace, (a.points, a.text, a.height, &a.pmi, &a.status, nullptr)),
-    {"PMIUpdateDimesion", RUN(PMIUpdateDimesion(&a.pmi, a.place, a.text, nullptr, &a.status)), 0,
-     angle},
-    CALL(PMICreateLinDistDim3D, (a.curve(0, a.lines[0]), a.curve(1, a.lines[1]), &a.locate,
-                                 a.height, &a.pmi, &a.status, a.view(), nullptr)),
-    CALL(PMICreateLinDotDim3D, (a.curve(0, a.lines[0]), a.curve(1, a.arc), &a.locate, a.height,
-                                &a.pmi, &a.status, a.view())),
-    CALL(PMICreateDotDistDim3D, (a.line(0), a.line(1), a.height, &a.pmi, &a.status, a.view())),
-    CALL(PMICreateClipDim3D,
-         (a.sectionNormal, a.origin, a.xPoint, &a.locate, a.height, &a.pmi, &a.status, a.view())),
-    CALL(PMICreateClipLinDotDim3D,
-         (a.sectionNormal, a.origin, a.xPoint, a.curve(0, a.lines[0]), a.curve(1, a.polyline),
-          &a.locate, a.height, &a.pmi, &a.status, a.view())),
-    CALL(PMICreateParallelDim3D,
-         (&a.kindCode, nullptr, a.curve(0, a.lines[0]), a.curve(1, a.lines[1]), nullptr, &a.locate,
-          a.height, &a.pmi, &a.status, a.view())),
-    CALL(PMICreateArcDim3D, (nullptr, a.curve(0, a.arc), &a.locate, a.height, &a.pmi, &a.status,
-                             a.view(), a.line(0), a.line(1))),
-    CALL(PMICreateClipArcDim3D,
-         (nullptr, a.sectionNormal, a.origin, a.xPoint, a.curve(0, a.arc), &a.locate, a.height,
-          &a.pmi, &a.status, a.view(), a.line(0), a.line(1))),
-    CALL(PMICreateDiameterDim3D, (&a.kindCode, a.curve(0, a.arc), &a.locate, nullptr, a.height,
-                                  &a.pmi, &a.status, a.view())),
-    CALL(PMICreateRadiusDim3D, (&a.kindCode, a.curve(0, a.arc), &a.locate, nullptr, a.height,
-                                &a.pmi, &a.status, a.view())),
-    {"PMICreateAngleDim", angle},
-    CALL(PMICreateAngleDim3D, (&a.mode, &a.count, &a.code, &a.elements[0], &a.elements[1],
-                               &a.locate, nullptr, nullptr, a.height, &a.pmi, &a.status, a.view())),
-    {"PMICreateNote3D", note},
-    {"PMISetEnvelope",
-     RUN(PMISetEnvelope(a.mode, a.flag(0), a.flag(1), a.flag(2), a.envelope, &a.pmi)), 0, note},
+// The services and builders. The other calls stand in the host's table.
+constexpr Call kBuilders[] = {
     {"CnvViewLocate", RUN(a.code = CnvViewLocate(&a.locate, a.origin, a.axes[0], a.axes[1],
                                                  a.tolerances, &a.locate))},
     {"PMI3DPlnDef",
@@ -109,7 +67,7 @@ constexpr Call kCalls[] = {
      RUN(a.code = Dim::FillLeaderData(a.places[0], a.places[1], a.places[3], a.number, a.leaders,
                                       a.flag(0) ? a.normal : nullptr))},
     {"SetTerminator", RUN(std::vector leaders = a.pmi.GetLeaders(); Dim::SetTerminator(leaders)), 0,
-     angle},
+     "PMICreateAngleDim"},
     {"FillExlineData", RUN(Dim::FillExlineData(a.shape, a.exLines, a.flag(0)))},
     {"FillExlineData_Type",
      RUN(Dim::FillExlineData(a.shape, a.exLines, ANK_CURVE_DISP_SPECIAL_LINE, a.flag(0)))},
@@ -123,8 +81,6 @@ constexpr Call kCalls[] = {
     {"ComputeTxtFrame",
      RUN(a.code = Dim::ComputeTxtFrame(std::move(a.textLines), a.charSize, a.places[0],
                                        a.directions, a.result, a.result + 3))},
-    {"FillEnvelope",
-     RUN(Dim::FillEnvelope(&a.pmi, a.flag(0), a.frameColours[0], a.frameColours[1])), 0, note},
     {"GetNoraml", RUN(Dim::GetNoraml(a.points[0], a.points[1], a.points[5], a.result))},
     {"GetNoraml_Floats",
      RUN(a.directions[0] = Dim::GetNoraml(a.places[0], a.places[1], a.places[5], a.directions[0],
@@ -162,12 +118,180 @@ template <typename T, typename Element> void replace(T& record, std::size_t i, E
     record = std::bit_cast<T>(elements);
 }
 
+host::Vec3 vectorAt(const double* p) { return {p[0], p[1], p[2]}; }
+
+host::LineEdge lineAt(const Arguments& a, std::size_t i) {
+    return {vectorAt(a.lineEnds[i][0]), vectorAt(a.lineEnds[i][1])};
+}
+
+host::ArcEdge arcAt(const Arguments& a) {
+    return {vectorAt(a.center), vectorAt(a.normal), a.radii[0], vectorAt(a.arcEnds[0]),
+            vectorAt(a.arcEnds[1])};
+}
+
+/// The curve that a record has in the place of a member, as `Integers::curves` says.
+std::optional<host::Shape> shapeOf(const Arguments& a, std::string_view call,
+                                   std::string_view member) {
+    const bool measuresSecond = call == "PMICreateParallelDim3D" && member == "edge";
+    const std::size_t i = measuresSecond || member == "point" || member.ends_with('2') ? 1 : 0;
+    const bool fitsArc = member == "circle" || member == "curve" || member == "point";
+    switch (a.curves[i]) {
+    case 0:
+        return fitsArc ? std::optional<host::Shape>(arcAt(a)) : lineAt(a, i);
+    case 1:
+        return member.starts_with("line") ? std::optional<host::Shape>(lineAt(a, i)) : arcAt(a);
+    case 2:
+        return lineAt(a, i);
+    case 3:
+        return vectorAt(a.points[0]);
+    default:
+        return std::nullopt;
+    }
+}
+
+/// What a record has for a point or a direction; its one direction for a name it does not know.
+const double* pointOf(const Arguments& a, std::string_view member) {
+    static const std::map<std::string_view, const double* (*)(const Arguments&)> points{
+        {"text", [](const Arguments& of) { return of.text; }},
+        {"first", [](const Arguments& of) { return of.place; }},
+        {"second", [](const Arguments& of) { return of.text; }},
+        {"target", [](const Arguments& of) { return of.place; }},
+        {"locate", [](const Arguments& of) { return of.place; }},
+        {"pointA", [](const Arguments& of) { return of.origin; }},
+        {"pointB", [](const Arguments& of) { return of.xPoint; }},
+        {"origin", [](const Arguments& of) { return of.origin; }},
+        {"xPoint", [](const Arguments& of) { return of.xPoint; }},
+        {"pick1", [](const Arguments& of) { return of.picks[0]; }},
+        {"pick2", [](const Arguments& of) { return of.picks[1]; }},
+        {"normal", [](const Arguments& of) { return of.sectionNormal; }},
+    };
+    const auto found = points.find(member);
+    return found == points.end() ? a.sectionNormal : found->second(a);
+}
+
+/// What a record has for an integer, a boolean or a colour; its mode for a name it does not know.
+int integerOf(const Arguments& a, std::string_view member) {
+    static const std::map<std::string_view, int (*)(const Arguments&)> integers{
+        {"status", [](const Arguments& of) { return of.status; }},
+        {"kindCode", [](const Arguments& of) { return of.kindCode; }},
+        {"leader", [](const Arguments& of) { return of.flags & 1; }},
+        {"apply", [](const Arguments& of) { return of.flags & 1; }},
+        {"stub", [](const Arguments& of) { return of.flags & 2; }},
+        {"withEnvelope", [](const Arguments& of) { return of.flags & 4; }},
+        {"frame", [](const Arguments& of) { return of.envelope.frameFlag ? 1 : 0; }},
+        {"backgroundColour",
+         [](const Arguments& of) { return std::bit_cast<int>(of.envelope.backgroundColour); }},
+        {"frameColour",
+         [](const Arguments& of) { return std::bit_cast<int>(of.envelope.frameColour); }},
+    };
+    const auto found = integers.find(member);
+    return found == integers.end() ? a.mode : found->second(a);
+}
+
+/// The arguments as a row of the host.
+host::Row rowOf(const host::Description& call, const Arguments& a) {
+    host::Row row;
+    for (const host::Member& member : call.members) {
+        switch (member.kind) {
+        case host::Kind::Number:
+            row.numbers.push_back(a.height);
+            break;
+        case host::Kind::Integer:
+        case host::Kind::Boolean:
+        case host::Kind::Color:
+            row.integers.push_back(integerOf(a, member.name));
+            break;
+        case host::Kind::Text:
+            row.texts.push_back(a.extraLine);
+            break;
+        case host::Kind::TextLines:
+            row.add(a.noteLines);
+            break;
+        case host::Kind::Point:
+            if (!member.need.always()) {
+                row.integers.push_back(1);
+            }
+            [[fallthrough]];
+        case host::Kind::Direction:
+            row.add(vectorAt(pointOf(a, member.name)));
+            break;
+        case host::Kind::Points:
+            for (const double* p : a.points) {
+                row.add(vectorAt(p));
+            }
+            break;
+        case host::Kind::EdgeShape:
+            row.add(shapeOf(a, call.call, member.name));
+            break;
+        case host::Kind::View:
+            row.add(a.noView != 0 ? host::CallView{} : host::CallView{std::to_array(a.viewMatrix)});
+            break;
+        }
+    }
+    return row;
+}
+
+const host::Description& descriptionOf(const host::Call& entry) {
+    static const auto all = [] {
+        std::map<const host::Call*, host::Description> described;
+        for (const host::Call& call : host::calls()) {
+            described.emplace(&call, host::describe(call));
+        }
+        return described;
+    }();
+    return all.at(&entry);
+}
+
+void make(const host::Call& entry, Arguments& a) {
+    const host::Row row = rowOf(descriptionOf(entry), a);
+    host::Rows rows = row.rows();
+    const host::Matrix sceneView = std::to_array(a.placeView);
+    host::PackedArguments packed(rows, sceneView);
+    a.handed = {};
+    entry.make(packed, a.pmi, a.handed);
+    a.status = a.handed.status.value_or(a.status);
+    a.locate = a.handed.locate.value_or(a.locate);
+}
+
 } // namespace
 
-std::span<const Call> calls() { return kCalls; }
+Call::Call(const host::Call& entry)
+    : name(entry.name), entry_(&entry), filledBy_(entry.changes ? "PMICreateNote3D" : nullptr) {}
 
-void run(std::string_view call, Arguments& arguments) {
-    std::ranges::find(kCalls, call, &Call::name)->run(arguments);
+void Call::run(Arguments& arguments) const {
+    if (entry_ != nullptr) {
+        make(*entry_, arguments);
+    } else {
+        builder_(arguments);
+    }
+}
+
+void Call::prepare(Arguments& arguments) const {
+    if (filledBy_ != nullptr) {
+        test::run(filledBy_, arguments);
+    }
+}
+
+std::span<const Call> calls() {
+    static const auto all = [] {
+        std::vector<Call> made(host::calls().begin(), host::calls().end());
+        made.insert(made.end(), std::begin(kBuilders), std::end(kBuilders));
+        return made;
+    }();
+    return all;
+}
+
+const Call* findCall(std::string_view name) {
+    const auto found = std::ranges::find(calls(), name, &Call::name);
+    return found == calls().end() ? nullptr : &*found;
+}
+
+void run(std::string_view name, Arguments& arguments) {
+    const Call* call = findCall(name);
+    if (call == nullptr) {
+        throw std::invalid_argument("there is no call " + std::string(name));
+    }
+    call->run(arguments);
 }
 
 Bits resultOf(const Call& call, const Record& record) {
@@ -216,14 +340,11 @@ Arguments::Arguments(const Record& record)
     : Record(record),
       number(static_cast<float>(radii[0])), noteLines{{mode, record.line}, {0, L""}, {0, L"\\A 3"}},
       textLines{record.line, L"", L"\\A 3"},
-      extraLine(record.line), envelope{flag(3), static_cast<std::uint32_t>(colours[0]),
-                                       static_cast<std::uint32_t>(colours[1])},
-      frameColours{envelope.backgroundColour, envelope.frameColour} {
+      extraLine(record.line), envelope{flag(3), static_cast<std::uint32_t>(colors[0]),
+                                       static_cast<std::uint32_t>(colors[1])} {
     for (int i = 0; i < 2; ++i) {
         lines[i].SetStartPoint(pointAt(lineEnds[i][0]));
         lines[i].SetEndPoint(pointAt(lineEnds[i][1]));
-        elements[i].line = line(i);
-        std::copy_n(picks[i], 3, elements[i].pickPoint);
         directions[i] = directionAt(axes[i]);
     }
     arc.SetCenterPoint(pointAt(center));
@@ -262,13 +383,16 @@ void Arguments::gather() {
 Bits Arguments::bits() {
     gather();
     Bits all;
-    for (const Annotation& part : {test::read(pmi), test::read(built), test::read(lines[1])}) {
+    for (const Annotation& part : {test::read(pmi), test::read(built)}) {
         for (const Field& field : part.fields) {
             addBits(all, field.name, field.text, field.numbers);
         }
     }
-    addBits(all, code, status, count, result, specialLines, buffer, normal, text, place);
-    addBits(all, places, directions, frameColours, locate, pointsOut);
+    addBits(all, code, status, count, result, buffer, normal);
+    addBits(all, places, directions, locate, pointsOut);
+    for (const host::HandedBack& other : handed.others) {
+        std::visit([&all](const auto& of) { addBits(all, of); }, other.value);
+    }
     addBits(all, std::string(textOut ? textOut.get() : ""));
     return all;
 }

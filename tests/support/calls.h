@@ -1,4 +1,4 @@
-// Every entry point and builder in one table, each called with arguments from one plain record.
+// Every entry point and builder, each called by its name with arguments from one plain record.
 #pragma once
 
 #include <algorithm>
@@ -12,6 +12,7 @@
 
 #include <dorvale/dorvale.h>
 
+#include "host/calls/calls.h"
 #include "support/vec.h"
 
 namespace dorvale::test {
@@ -54,7 +55,7 @@ struct Integers {
     int pointsFrom = 0;
     int noView = 0;
     int flags = 31;
-    int colours[2] = {0x00FFFF, 0x2040E0};
+    int colors[2] = {0x00FFFF, 0x2040E0};
 };
 inline constexpr std::size_t kIntegers = sizeof(Integers) / sizeof(int);
 
@@ -86,7 +87,7 @@ std::span<const Record> records();
 /// What no host means to send.
 std::span<const double> hostileNumbers();
 
-/// What no call gives.
+/// What stands in a status, a code or a count before the call: no call sets it.
 inline constexpr int kStatusBefore = -7;
 
 /// The caller's side of a call: all that is handed over and handed back.
@@ -96,6 +97,10 @@ struct Arguments : Record {
     Arguments& operator=(const Arguments&) = delete;
     ~Arguments() { gather(); }
 
+    /// What the call handed back under a name.
+    template <typename T> const T& handedBack(std::string_view name) const {
+        return std::get<T>(std::ranges::find(handed.others, name, &host::HandedBack::name)->value);
+    }
     bool flag(int i) const { return (flags >> i & 1) != 0; }
     Ank_CurveEntity* curve(int i, Ank_CurveEntity& fitting);
     Ank_Line* line(int i) { return curve(i, lines[i]) == nullptr ? nullptr : &lines[i]; }
@@ -116,17 +121,16 @@ struct Arguments : Record {
     std::vector<std::wstring> textLines;
     std::wstring extraLine;
     Envelope envelope;
-    unsigned long frameColours[2];
     _ank_locate locate{};
-    _ank_element elements[2]{};
 
     Ank_PMI pmi;
     int code = kStatusBefore;
     int status = kStatusBefore;
     int count = kStatusBefore;
     double result[16] = {};
-    double specialLines[4][3] = {{-7.0}, {-7.0}, {-7.0}, {-7.0}};
     char buffer[64] = {};
+    /// Of an entry point that makes or changes an annotation.
+    host::CallResult handed;
     std::vector<ANK_PNT32> pointsOut;
     std::vector<Ank_Leader*> leaders;
     std::vector<Ank_Extensionline*> exLines;
@@ -137,21 +141,39 @@ struct Arguments : Record {
     Ank_PMI built;
 };
 
-struct Call {
-    const char* name = nullptr;
-    void (*run)(Arguments&) = nullptr;
+class Call {
+public:
+    const char* name;
     /// The code that it returns out of memory; 0 where it throws `std::bad_alloc`.
     int noMemory = 0;
+
+    /// A service or a builder.
+    /// @param fills the call that makes the annotation it works on, if it works on one
+    constexpr Call(const char* builder, void (*make)(Arguments&), int code = 0,
+                   const char* fills = nullptr)
+        : name(builder), noMemory(code), builder_(make), filledBy_(fills) {}
+    /// A call that makes or changes an annotation.
+    Call(const host::Call& entry);
+
+    void run(Arguments& arguments) const;
     /// Fills the annotation that the call works on.
-    void (*prepare)(Arguments&) = [](Arguments&) {};
+    void prepare(Arguments& arguments) const;
 
     friend std::ostream& operator<<(std::ostream& out, const Call& call) {
         return out << call.name;
     }
+
+private:
+    void (*builder_)(Arguments&) = nullptr;
+    const host::Call* entry_ = nullptr;
+    const char* filledBy_ = nullptr;
 };
+/// Every call of the host's table, then the services and builders.
 std::span<const Call> calls();
 
-/// Makes the call of a name.
+/// Null where there is none.
+const Call* findCall(std::string_view name);
+/// Makes the call of a name. Throws `std::invalid_argument` where there is none.
 void run(std::string_view call, Arguments& arguments);
 
 /// What a call with arguments of its own gives.
