@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "host/step/place.h"
+#include "host/step/text.h"
 
 namespace host::step {
 namespace {
@@ -24,10 +25,10 @@ constexpr int kMoreRows = 60;
 
 enum class Place { Right, Above, Left, Below };
 
-/// A place for a text: where its first character stands.
+/// A place for a text: where its leader ends.
 struct Slot {
     Place place = Place::Right;
-    Vec2 start{};
+    Vec2 end{};
     int row = 0;
 };
 
@@ -50,8 +51,8 @@ public:
         Anchor anchor;
         Slot slot;
         for (const Anchor& candidate : anchorsOf(item)) {
-            for (const Slot& at : slots(item)) {
-                if (!isOpen(candidate, at.start) || !sheet_.isFree(plate(item, at)))
+            for (const Slot& at : slots()) {
+                if (!isOpen(candidate, at.end) || !sheet_.isFree(plate(item, candidate, at)))
                     continue;
                 const double price = cost(item, candidate, at);
                 if (price < least) {
@@ -82,9 +83,8 @@ private:
 
     /// Every place, near or far: a grid in the column and in the row, and in those across from them
     /// for arcs that are open to nowhere else.
-    std::vector<Slot> slots(const Item& item) const {
+    std::vector<Slot> slots() const {
         std::vector<Slot> all;
-        const double width = sheet_.widthOf(item.outcome->text);
         const double gap = kColumnGap * height_;
         const double step = 0.55 * height_;
         for (int row = 0; row < kRows; ++row) {
@@ -93,25 +93,38 @@ private:
                 if (row > 0)
                     break;
                 all.push_back({Place::Right, {across_.high + gap, v}, row});
-                all.push_back({Place::Left, {across_.low - gap - width, v}, row});
+                all.push_back({Place::Left, {across_.low - gap, v}, row});
             }
-            for (double u = across_.low - 8 * height_; u < across_.high; u += step) {
+            for (double u = across_.low - 8 * height_; u < across_.high + 8 * height_; u += step) {
                 all.push_back({Place::Above, {u, upwards_.high + gap + out}, row});
-                all.push_back({Place::Below, {u, upwards_.low - gap - out - height_}, row});
+                all.push_back({Place::Below, {u, upwards_.low - gap - out}, row});
             }
         }
         return all;
     }
 
-    Plate plate(const Item& item, const Slot& slot) const {
-        const double width = sheet_.widthOf(item.outcome->text);
-        const auto lines = static_cast<double>(item.outcome->text.size());
-        const double block = (1 + (lines - 1) * kLinePitch) * height_;
-        // The first line stands on the leader's end, the others below it.
-        return {{slot.start.x + width / 2, slot.start.y + height_ - block / 2},
-                {1, 0},
-                width / 2,
-                block / 2 + 0.1 * height_};
+    bool isNote(const Item& item) const { return item.outcome->geometry.shown == Shown::Note; }
+
+    double widthOf(const Item& item) const {
+        const std::vector<std::string>& text = item.outcome->text;
+        return isNote(item) ? sheet_.noteWidthOf(oneLine(text)) : sheet_.widthOf(text);
+    }
+
+    double heightOf(const Item& item) const {
+        return isNote(item) ? sheet_.heightOf({""}) : sheet_.heightOf(item.outcome->text);
+    }
+
+    /// Beyond the end of its leader, level with it; above or below the end of a steep one.
+    Plate plate(const Item& item, const Anchor& anchor, const Slot& slot) const {
+        constexpr double kSteep = 0.26;
+        const double halfWidth = widthOf(item) / 2;
+        const double halfHeight = heightOf(item) / 2;
+        const double gap = kTextGap * height_;
+        const Vec2 way = slot.end - anchor.centre;
+        const bool steep = std::abs(way.x) < kSteep * length(way);
+        const Vec2 off = steep ? Vec2{0, std::copysign(gap + halfHeight, way.y)}
+                               : Vec2{std::copysign(gap + halfWidth, way.x), 0};
+        return {slot.end + off, {1, 0}, halfWidth, halfHeight};
     }
 
     /// Whether a leader from the text to the circle's centre meets the arc that is there.
@@ -144,7 +157,7 @@ private:
     }
 
     double cost(const Item& item, const Anchor& anchor, const Slot& slot) const {
-        const PaperLine line = leader(anchor, slot.start);
+        const PaperLine line = leader(anchor, slot.end);
         double price = length(line.end - line.start) / height_;
         if (slot.place != preferred(anchor))
             price += slot.place == Place::Right || slot.place == Place::Above ? kOtherSide
@@ -157,28 +170,17 @@ private:
         const auto meets = [&](const Plate& text) { return text.meets(line.start, line.end); };
         price += kCrossesText *
                  static_cast<double>(std::count_if(sheet_.texts.begin(), sheet_.texts.end(), meets));
-        if (runsThroughOwnText(plate(item, slot), line))
-            price += kCrossesText;
         for (const PaperLine& other : leaders_)
             price += crossing(other, line) ? kCrossesLeader : 0;
         for (const PaperLine& other : sheet_.lines)
             price += crossing(other, line) ? kCrossesLine : 0;
         // Nor may a text stand on lines.
-        const Plate own = plate(item, slot);
+        const Plate own = plate(item, anchor, slot);
         using Lines = const std::vector<PaperLine>*;
         for (const Lines list : {Lines(&sheet_.lines), Lines(&sheet_.extensions), Lines(&leaders_)})
             for (const PaperLine& other : *list)
                 price += own.meets(other.start, other.end) ? kCrossesText : 0;
         return price;
-    }
-
-    /// It ends at the text's first character, and must come from the left or from below.
-    bool runsThroughOwnText(const Plate& text, const PaperLine& line) const {
-        const Vec2 way = line.end - line.start;
-        const double size = length(way);
-        const Vec2 before =
-            size > 0 ? line.end - 0.3 * height_ / size * way : line.end;
-        return text.meets(line.start, before);
     }
 
     /// Further and further out above everything: there it is free.
@@ -190,21 +192,23 @@ private:
             slot = {Place::Above,
                     {across_.low, upwards_.high + (kColumnGap + (kRows + row) * kRowPitch) * height_},
                     row};
-            if (sheet_.isFree(plate(item, slot)))
+            if (sheet_.isFree(plate(item, anchor, slot)))
                 return;
         }
     }
 
     void add(const Item& item, const Anchor& anchor, const Slot& slot) {
         const Geometry& geometry = item.outcome->geometry;
-        const PaperLine line = leader(anchor, slot.start);
-        sheet_.texts.push_back(plate(item, slot));
+        const PaperLine line = leader(anchor, slot.end);
+        sheet_.texts.push_back(plate(item, anchor, slot));
         sheet_.lines.push_back(line);
         leaders_.push_back(line);
         Annotation annotation;
         annotation.dimension = item.dimension;
         annotation.shown = geometry.shown;
         annotation.text = item.outcome->text;
+        if (isNote(item))
+            annotation.text = {oneLine(item.outcome->text)};
         annotation.boxed = item.outcome->boxed;
         double depth = sheet_.depth;
         if (anchor.circle != nullptr) {
@@ -216,7 +220,7 @@ private:
             annotation.target = geometry.target;
             depth = dot(*geometry.target, sheet_.view.towardsViewer);
         }
-        annotation.locate = sheet_.view.inModel(slot.start, depth);
+        annotation.locate = sheet_.view.inModel(slot.end, depth);
         sheet_.annotations.push_back(std::move(annotation));
     }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "host/step/text.h"
+
 namespace host::step {
 namespace {
 
@@ -71,15 +73,14 @@ void placeCornerNotes(Sheet& sheet, const std::vector<Item>& items) {
     for (const Item& item : items) {
         Annotation note;
         note.dimension = item.dimension;
-        note.text = item.outcome->text;
+        note.text = {oneLine(item.outcome->text)};
         note.boxed = item.outcome->boxed;
-        const double width = sheet.widthOf(note.text);
-        const double lines = static_cast<double>(note.text.size());
-        const Vec2 start{sheet.across.low, foot - sheet.textHeight};
+        const double width = sheet.noteWidthOf(note.text.front());
+        const double height = sheet.heightOf(note.text);
+        const Vec2 start{sheet.across.low, foot - height};
         note.locate = sheet.view.inModel(start, sheet.depth);
-        const double height = (1 + (lines - 1) * kLinePitch) * sheet.textHeight;
-        const Vec2 middle{start.x + width / 2, start.y + sheet.textHeight - height / 2};
-        sheet.texts.push_back({middle, {1, 0}, width / 2, height / 2});
+        sheet.texts.push_back(
+            {start + Vec2{width / 2, height / 2}, {1, 0}, width / 2, height / 2});
         sheet.annotations.push_back(std::move(note));
         foot -= height + sheet.textHeight;
     }

@@ -30,7 +30,4 @@ void placeCornerNotes(Sheet& sheet, const std::vector<Item>& items);
 
 /// Of the text's foot from its dimension line, as a part of the text's height.
 inline constexpr double kTextGap = 0.45;
-/// From one line of a text to the next, as a part of its height.
-inline constexpr double kLinePitch = 1.45;
-
 } // namespace host::step

@@ -24,6 +24,9 @@
 namespace host::step {
 namespace {
 
+/// Faces whose normals differ by less, in radians, run into each other.
+constexpr double kSmooth = 1e-3;
+
 std::vector<WrappedList> wrappedListsOf(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
@@ -79,7 +82,7 @@ Part::Part(const std::filesystem::path& file) : content_(std::make_unique<Conten
         if (content_->shape.IsNull())
             throw StepError("holds no part that can be read");
         // Where one face runs into the next smoothly, a picture has no line.
-        BRepLib::EncodeRegularity(content_->shape);
+        BRepLib::EncodeRegularity(content_->shape, kSmooth);
         const Places places(content_->shape);
         const Source source{reader.StepModel(), reader.WS()->TransferReader()->TransientProcess(),
                             wrappedListsOf(file)};

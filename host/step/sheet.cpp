@@ -2,11 +2,16 @@
 
 #include <algorithm>
 
+#include "host/finish/font.h"
+#include "host/system/utf8.h"
+
 namespace host::step {
 namespace {
 
-/// Of a character, as a part of its height, wide ones included.
-constexpr double kCharacterWidth = 0.68;
+/// The library makes a dimension's characters less wide than high, and spaces those of a note out
+/// by so many millimetres.
+constexpr double kDimensionWidth = 1 / 1.41421356;
+constexpr double kNoteSpacing = 1.1;
 /// Between texts, as a part of their height.
 constexpr double kTextMargin = 0.25;
 
@@ -14,9 +19,11 @@ double turn(Vec2 a, Vec2 b, Vec2 c) {
     return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
 }
 
-std::size_t characterCount(const std::string& utf8) {
-    return static_cast<std::size_t>(std::count_if(
-        utf8.begin(), utf8.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+double advanceOfLine(const std::string& line) {
+    double width = 0;
+    for (const wchar_t c : toWide(line))
+        width += advanceOf(c);
+    return width;
 }
 
 } // namespace
@@ -59,10 +66,19 @@ bool crossing(const PaperLine& a, const PaperLine& b) {
 }
 
 double Sheet::widthOf(const std::vector<std::string>& text) const {
-    std::size_t longest = 0;
+    double width = 0;
     for (const std::string& line : text)
-        longest = std::max(longest, characterCount(line));
-    return static_cast<double>(longest) * kCharacterWidth * textHeight;
+        width = std::max(width, advanceOfLine(line));
+    return width * kDimensionWidth * textHeight;
+}
+
+double Sheet::noteWidthOf(const std::string& text) const {
+    return advanceOfLine(text) * textHeight + static_cast<double>(toWide(text).size()) * kNoteSpacing;
+}
+
+double Sheet::heightOf(const std::vector<std::string>& text) const {
+    const auto more = static_cast<double>(std::max<std::size_t>(text.size(), 1) - 1);
+    return (kCapitalHeight + more) * textHeight;
 }
 
 bool Sheet::isOnPart(const Plate& text) const {

@@ -78,8 +78,11 @@ struct Sheet {
     std::vector<PaperLine> extensions;
     std::vector<Annotation> annotations;
 
-    /// How wide lines of text are, with a little room.
+    /// How wide a dimension's text is, and a note's, which the library writes wider.
     double widthOf(const std::vector<std::string>& text) const;
+    double noteWidthOf(const std::string& text) const;
+    /// From the foot of the last line to the capitals of the first.
+    double heightOf(const std::vector<std::string>& text) const;
     bool isOnPart(const Plate& text) const;
     bool isFree(const Plate& text) const;
     /// How far everything reaches, the part included.

@@ -136,8 +136,7 @@ private:
     }
 
     Plate plate(const Measure& measure, const Trial& trial) const {
-        const auto lines = static_cast<double>(measure.item.outcome->text.size());
-        const double height = (1 + (lines - 1) * kLinePitch) * sheet_.textHeight;
+        const double height = sheet_.heightOf(measure.item.outcome->text);
         const Vec2 foot = at(measure, trial.textAt, trial.offset) +
                           (kTextGap * sheet_.textHeight + height / 2) * leftOf(measure.along);
         return {foot, measure.along, width(measure) / 2, height / 2};

@@ -51,23 +51,15 @@ ordered_json edge(const PictureEdge& drawn) {
     return json;
 }
 
-/// A note is written line by line: in a view from aside its own lines would fall into one.
-ordered_json noteCalls(const Annotation& annotation, const Sheet& sheet) {
-    auto calls = ordered_json::array();
-    const double pitch = kLinePitch * sheet.textHeight;
-    for (std::size_t i = 0; i < annotation.text.size(); ++i) {
-        ordered_json call = {{"call", "PMICreateNote3D"},
-                             {"lines", ordered_json::array({annotation.text[i]})}};
-        if (i == 0 && annotation.target) {
-            call["leader"] = true;
-            call["target"] = vector(*annotation.target);
-        }
-        const Vec3 down = -static_cast<double>(i) * pitch * sheet.view.up;
-        call["text"] = vector(annotation.locate + down);
-        call["height"] = number(sheet.textHeight);
-        calls.push_back(std::move(call));
+ordered_json noteCall(const Annotation& annotation, const Sheet& sheet) {
+    ordered_json call = {{"call", "PMICreateNote3D"}, {"lines", annotation.text}};
+    if (annotation.target) {
+        call["leader"] = true;
+        call["target"] = vector(*annotation.target);
     }
-    return calls;
+    call["text"] = vector(annotation.locate);
+    call["height"] = number(sheet.textHeight);
+    return call;
 }
 
 void addGeometry(const Annotation& annotation, const Sheet& sheet, ordered_json& call) {
@@ -132,7 +124,7 @@ ordered_json annotationOf(const Annotation& annotation, const Sheet& sheet, cons
     if (annotation.shown == Shown::Note) {
         json["display"] = true;
         json["screenParallel"] = true;
-        calls = noteCalls(annotation, sheet);
+        calls.push_back(noteCall(annotation, sheet));
     } else {
         json["finish"] = {{"label", labelOf(annotation)}};
         ordered_json call;

@@ -40,6 +40,7 @@
 #include <StepShape_EdgeCurve.hxx>
 #include <StepShape_ShapeDefinitionRepresentation.hxx>
 #include <TopExp.hxx>
+#include <TopLoc_Location.hxx>
 #include <TopTools_IndexedMapOfShape.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Compound.hxx>
@@ -199,17 +200,17 @@ public:
                    "REPRESENTATION_ITEM('" + name + "'))");
     }
 
-    void value(int dimension, const std::vector<int>& items) {
+    void values(int dimension, const std::vector<int>& items) {
         const int shown = add("SHAPE_DIMENSION_REPRESENTATION(''," + list(items) + "," +
                               reference(contexts_[part]) + ")");
         add("DIMENSIONAL_CHARACTERISTIC_REPRESENTATION(" + reference(dimension) + "," +
             reference(shown) + ")");
     }
     void value(int dimension, double nominal, int decimals = -1, bool angular = false) {
-        value(dimension, {item("nominal value", nominal, decimals, angular)});
+        values(dimension, {item("nominal value", nominal, decimals, angular)});
     }
     void limits(int dimension, double nominal, double upper, double lower) {
-        value(dimension, {item("nominal value", nominal, -1, false),
+        values(dimension, {item("nominal value", nominal, -1, false),
                           item("upper limit", upper, -1, false),
                           item("lower limit", lower, -1, false)});
     }
@@ -261,13 +262,17 @@ private:
     void addNumber(const TopoDS_Shape& shape, const Handle(Standard_Type) & type,
                    Faces& found) const {
         const auto& process = writer_.WS()->TransferWriter()->FinderProcess();
-        const auto entity = TransferBRep::TransientFromShape(process, shape);
-        Handle(Standard_Transient) result;
-        const auto mapper = TransferBRep::ShapeMapper(process, shape);
-        if (!process->FindTypedTransient(mapper, type, result))
-            result = entity;
-        if (!result.IsNull() && model_->Number(result) > 0)
-            found.push_back(model_->Number(result));
+        // A part of an assembly is written once, where it was made.
+        for (const TopoDS_Shape& written : {shape, shape.Located(TopLoc_Location())}) {
+            Handle(Standard_Transient) entity;
+            const auto mapper = TransferBRep::ShapeMapper(process, written);
+            if (!process->FindTypedTransient(mapper, type, entity) || entity.IsNull())
+                continue;
+            const int number = model_->Number(entity);
+            if (number > 0 && std::find(found.begin(), found.end(), number) == found.end())
+                found.push_back(number);
+            return;
+        }
     }
 
     int millimetre() { return add("(LENGTH_UNIT()NAMED_UNIT(*)SI_UNIT(.MILLI.,.METRE.))"); }
@@ -361,9 +366,9 @@ void makePlate(const std::string& path) {
     file.fit(bores, "H", "7");
     const auto bore = [&](int i) { return file.aspect(file.cylinders(4.5, holes[i])); };
     const int across = file.location("linear distance", bore(0), bore(1));
-    file.value(across, {file.item("nominal value", 100, 0, false), file.note("theoretical")});
+    file.values(across, {file.item("nominal value", 100, 0, false), file.note("theoretical")});
     const int up = file.location("linear distance", bore(0), bore(2));
-    file.value(up, {file.item("nominal value", 60, 0, false), file.note("theoretical")});
+    file.values(up, {file.item("nominal value", 60, 0, false), file.note("theoretical")});
     const int edge = file.location("linear distance", front, bore(1));
     file.value(edge, 10, 1);
     file.tolerance(edge, -0.1, 0.1);
@@ -374,7 +379,7 @@ void makePlate(const std::string& path) {
     const int slotWhole = file.location("linear distance outer outer",
                                         file.aspect(file.cylinders(6, {26, 40, 0})),
                                         file.aspect(file.cylinders(6, {54, 40, 0})));
-    file.value(slotWhole, {file.item("nominal value", 40, 0, false), file.note("auxiliary")});
+    file.values(slotWhole, {file.item("nominal value", 40, 0, false), file.note("auxiliary")});
     Faces sides = file.planes(kY, 34);
     const Faces other = file.planes(kY, 46);
     sides.insert(sides.end(), other.begin(), other.end());
@@ -494,14 +499,14 @@ void makeBracket(const std::string& path) {
     file.value(angle, 120, 1, true);
     file.tolerance(angle, -0.5, 0.5, true);
     const int inner = file.size("radius", file.aspect(file.cylinders(0.25 * kInch, {0.5 * kInch, 0.5 * kInch, 0}, 10)));
-    file.value(inner, {file.item("nominal value", 0.25, 2, false), file.note("controlled radius")});
+    file.values(inner, {file.item("nominal value", 0.25, 2, false), file.note("controlled radius")});
     file.tolerance(inner, -0.01, 0.01);
     file.value(file.size("radius", file.aspect(file.cylinders(0.125 * kInch, {3.875 * kInch, 0.375 * kInch, 0}, 1))),
                0.125, 3);
     Faces bores = file.cylinders(0.1405 * kInch, {2 * kInch, 0, 0.75 * kInch});
     const Faces second = file.cylinders(0.1405 * kInch, {3.25 * kInch, 0, 0.75 * kInch});
     const int apart = file.location("linear distance", file.aspect(bores), file.aspect(second));
-    file.value(apart, {file.item("nominal value", 1.25, 3, false), file.note("theoretical")});
+    file.values(apart, {file.item("nominal value", 1.25, 3, false), file.note("theoretical")});
     bores.insert(bores.end(), second.begin(), second.end());
     const int holes = file.size("diameter", file.aspect(bores));
     file.value(holes, 0.281, 3);
@@ -513,7 +518,7 @@ void makeBracket(const std::string& path) {
     file.value(file.size("curve length", file.aspect({arc.front()})), 0.262, 3);
     const int height = file.location("linear distance", file.aspect(file.planes(kY, 0)),
                                      file.aspect(file.planes(kY, 3 * kInch)));
-    file.value(height, {file.item("nominal value", 3, 2, false), file.note("auxiliary")});
+    file.values(height, {file.item("nominal value", 3, 2, false), file.note("auxiliary")});
     const int depth = file.location("linear distance", file.aspect(file.planes(kZ, 0)),
                                     file.aspect(file.planes(kZ, 1.5 * kInch)));
     file.value(depth, 1.5, 2);
