@@ -1,4 +1,4 @@
-// Radii, diameters, arcs' lengths and notes: text that stands outside the part, with a leader.
+// Radii, diameters and notes: text that stands outside the part, with a leader.
 #include <algorithm>
 
 #include "host/step/place.h"

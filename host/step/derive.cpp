@@ -8,16 +8,22 @@
 namespace host::step {
 namespace {
 
-/// What a dimension that names no face says on the drawing: a thread's curve set, for one.
-std::string withoutFace(const Dimension& dimension) {
-    std::vector<std::string> others = dimension.first.others;
-    others.insert(others.end(), dimension.second.others.begin(), dimension.second.others.end());
-    const bool curves = std::any_of(others.begin(), others.end(), [](const std::string& kind) {
+/// Whether a dimension that names no face names curves instead, as a thread that is drawn on does.
+bool namesCurves(const Dimension& dimension) {
+    const auto isCurves = [](const std::string& kind) {
         return kind.find("CurveSet") != std::string::npos ||
                kind.find("Wireframe") != std::string::npos;
-    });
-    if (curves)
+    };
+    const auto any = [&](const Feature& feature) {
+        return std::any_of(feature.others.begin(), feature.others.end(), isCurves);
+    };
+    return any(dimension.first) || any(dimension.second);
+}
+
+std::string withoutFace(const Dimension& dimension) {
+    if (namesCurves(dimension))
         return "it names curves without a face, as a cosmetic thread does";
+    const std::vector<std::string>& others = dimension.first.others;
     return others.empty() ? "it names no face and no edge"
                           : "it names no face and no edge, only " + others.front();
 }
@@ -59,8 +65,11 @@ bool isFinite(const Vec3& v) {
     return std::isfinite(v[0]) && std::isfinite(v[1]) && std::isfinite(v[2]);
 }
 
-void note(const Dimension& dimension, std::string reason, Outcome& outcome) {
+/// Makes a note of what was to be drawn. What it adds to the text stands in brackets.
+void makeNote(const Dimension& dimension, std::string reason, const std::string& added,
+              Outcome& outcome) {
     const std::optional<double> measured = outcome.geometry.measured;
+    outcome.text = {oneLine(outcome.text) + (added.empty() ? "" : " (" + added + ")")};
     outcome.fate = Fate::Noted;
     outcome.reason = std::move(reason);
     outcome.geometry = Geometry();
@@ -68,14 +77,6 @@ void note(const Dimension& dimension, std::string reason, Outcome& outcome) {
     pointTo(dimension.first.empty() ? dimension.second : dimension.first, outcome.geometry);
     if (outcome.geometry.target && !isFinite(*outcome.geometry.target))
         outcome.geometry.target.reset();
-}
-
-std::string disagreement(const Dimension& dimension, double measured) {
-    constexpr int kMoreDecimals = 2;
-    const int decimals = decimalsOf(dimension);
-    return "the part measures " + fixedText(measured, decimals + kMoreDecimals) + " " +
-           dimension.unit + " where the file says " +
-           fixedText(*dimension.nominal, decimals + kMoreDecimals) + " " + dimension.unit;
 }
 
 } // namespace
@@ -101,15 +102,27 @@ Outcome derive(const Dimension& dimension, const Model& model) {
     outcome.fate = Fate::Drawn;
     if (auto geometry = geometryOf(dimension, model))
         outcome.geometry = std::move(*geometry);
-    const Geometry& geometry = outcome.geometry;
-    if (dimension.first.empty() && dimension.second.empty())
-        note(dimension, withoutFace(dimension), outcome);
-    else if (geometry.shown == Shown::Note)
-        note(dimension, "there is no rule for a " + dimension.name + " of what it names", outcome);
-    else if (!agrees(dimension, *geometry.measured))
-        note(dimension, disagreement(dimension, *geometry.measured), outcome);
     outcome.text = valueText(dimension, outcome.geometry.places);
+    if (dimension.first.empty() && dimension.second.empty())
+        makeNote(dimension, withoutFace(dimension),
+                 namesCurves(dimension) ? "cosmetic thread" : dimension.name, outcome);
+    else if (outcome.geometry.shown == Shown::Note)
+        makeNote(dimension, "there is no rule for a " + dimension.name + " of what it names", "",
+                 outcome);
+    else if (!agrees(dimension, *outcome.geometry.measured))
+        contradict(dimension, *outcome.geometry.measured, outcome);
     return outcome;
+}
+
+void contradict(const Dimension& dimension, double measured, Outcome& outcome) {
+    constexpr int kMoreDecimals = 2;
+    const int decimals = decimalsOf(dimension) + kMoreDecimals;
+    const std::string part = fixedText(measured, decimals);
+    const std::string file = fixedText(dimension.nominal.value_or(0), decimals);
+    makeNote(dimension,
+             "the part measures " + part + " " + dimension.unit + " where the file says " + file +
+                 " " + dimension.unit,
+             "part: " + part, outcome);
 }
 
 } // namespace host::step

@@ -71,6 +71,9 @@ struct Outcome {
 
 Outcome derive(const Dimension& dimension, const Model& model);
 
+/// Makes a note of a dimension whose nominal the part contradicts.
+void contradict(const Dimension& dimension, double measured, Outcome& outcome);
+
 /// How far the measured number may be from the nominal, in the dimension's unit.
 double allowance(const Dimension& dimension);
 bool agrees(const Dimension& dimension, double measured);

@@ -149,7 +149,7 @@ private:
                 return std::abs(p.Distance(centre) - radius) < tolerance_;
             };
             if (deepest || (fits(quarters[0]) && fits(quarters[1]))) {
-                addArc(centre, radius, twiceArea < 0, a, m, b, hidden);
+                addArc(centre, radius, twiceArea > 0, a, m, b, hidden);
                 return;
             }
         }

@@ -8,7 +8,7 @@ namespace host::step {
 namespace {
 
 /// The text's height, as a part of the part's largest side.
-constexpr double kTextHeight = 1.0 / 45;
+constexpr double kTextHeight = 1.0 / 40;
 constexpr double kSmallestPart = 1e-3;
 
 double largestSide(const std::vector<Vec3>& hull) {
@@ -31,11 +31,14 @@ Sheet emptySheet(const View& view, const std::vector<Vec3>& hull) {
 bool isCallout(const Geometry& geometry) {
     switch (geometry.shown) {
     case Shown::Diameter:
-    case Shown::Radius:
-    case Shown::ArcLength: return true;
+    case Shown::Radius: return true;
     case Shown::Note: return geometry.target.has_value();
     default: return false;
     }
+}
+
+bool isOnArc(const Geometry& geometry) {
+    return geometry.shown == Shown::Angle || geometry.shown == Shown::ArcLength;
 }
 
 } // namespace
@@ -55,7 +58,7 @@ std::vector<Sheet> place(const std::vector<Outcome>& outcomes, const std::vector
             const Geometry& geometry = outcomes[i].geometry;
             auto& list = isCallout(geometry)               ? callouts
                          : geometry.shown == Shown::Note   ? cornerNotes
-                         : geometry.shown == Shown::Angle  ? angles
+                         : isOnArc(geometry)               ? angles
                                                            : distances;
             list.push_back({i, &outcomes[i]});
         }

@@ -20,7 +20,7 @@ std::vector<Sheet> place(const std::vector<Outcome>& outcomes, const std::vector
 
 /// Lengths in tiers outside the part, the shortest innermost.
 void placeDistances(Sheet& sheet, const std::vector<Item>& items);
-/// Angles outside the part, as near to it as there is room.
+/// Angles, and lengths of arcs, outside the part and as near to it as there is room.
 void placeAngles(Sheet& sheet, const std::vector<Item>& items);
 /// Radii, diameters and notes: those of the right half in a column on the right, those of the left
 /// half in a row above, where their leaders cross the least.

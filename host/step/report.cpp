@@ -4,6 +4,7 @@
 
 #include "host/output/json.h"
 #include "host/step/text.h"
+#include "host/step/verify.h"
 
 namespace host::step {
 namespace {
@@ -71,6 +72,25 @@ std::string dimensionLine(const Drawing& drawing, std::size_t i) {
     return line + '\n';
 }
 
+/// Turns into notes what the library measures otherwise than the file says; whether there were any.
+bool contradictedByLibrary(Drawing& drawing) {
+    bool any = false;
+    for (const Sheet& sheet : drawing.sheets) {
+        for (const Annotation& annotation : sheet.annotations) {
+            const Dimension& dimension = drawing.model.dimensions[annotation.dimension];
+            Outcome& outcome = drawing.outcomes[annotation.dimension];
+            if (annotation.shown == Shown::Note)
+                continue;
+            const auto measured = measuredByLibrary(annotation, sheet, drawing.model);
+            if (measured && agrees(dimension, *measured))
+                continue;
+            contradict(dimension, measured.value_or(0), outcome);
+            any = true;
+        }
+    }
+    return any;
+}
+
 } // namespace
 
 Drawing makeDrawing(std::string file, Model model) {
@@ -80,6 +100,8 @@ Drawing makeDrawing(std::string file, Model model) {
     for (const Dimension& dimension : drawing.model.dimensions)
         drawing.outcomes.push_back(derive(dimension, drawing.model));
     drawing.sheets = place(drawing.outcomes, drawing.model.hull);
+    if (contradictedByLibrary(drawing))
+        drawing.sheets = place(drawing.outcomes, drawing.model.hull);
     return drawing;
 }
 

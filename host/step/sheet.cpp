@@ -8,10 +8,8 @@
 namespace host::step {
 namespace {
 
-/// The library makes a dimension's characters less wide than high, and spaces those of a note out
-/// by so many millimetres.
+/// The library makes a dimension's characters less wide than high, and those of a note as wide.
 constexpr double kDimensionWidth = 1 / 1.41421356;
-constexpr double kNoteSpacing = 1.1;
 /// Between texts, as a part of their height.
 constexpr double kTextMargin = 0.25;
 
@@ -73,7 +71,7 @@ double Sheet::widthOf(const std::vector<std::string>& text) const {
 }
 
 double Sheet::noteWidthOf(const std::string& text) const {
-    return advanceOfLine(text) * textHeight + static_cast<double>(toWide(text).size()) * kNoteSpacing;
+    return advanceOfLine(text) * textHeight;
 }
 
 double Sheet::heightOf(const std::vector<std::string>& text) const {

@@ -40,6 +40,8 @@ std::string signOf(const Dimension& dimension) {
         return spherical ? "S⌀" : "⌀";
     if (contains(dimension.name, "radius"))
         return spherical ? "SR" : controlled ? "CR" : "R";
+    if (contains(dimension.name, "curve"))
+        return "⌒";
     return dimension.name == "square" ? "□" : "";
 }
 

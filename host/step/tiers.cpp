@@ -156,7 +156,9 @@ private:
               const std::vector<double>& laterStations) const {
         const double height = sheet_.textHeight;
         const Plate text = plate(measure, trial);
-        if (!sheet_.isFree(text))
+        const PaperLine own[] = {extension(measure, trial, 0), extension(measure, trial, 1)};
+        if (!sheet_.isFree(text) || text.meets(own[0].start, own[0].end) ||
+            text.meets(own[1].start, own[1].end))
             return false;
         const auto meetsText = [&](const PaperLine& line) { return text.meets(line.start, line.end); };
         if (std::any_of(sheet_.lines.begin(), sheet_.lines.end(), meetsText) ||
@@ -175,11 +177,8 @@ private:
         if (std::any_of(sheet_.lines.begin(), sheet_.lines.end(), isParallel))
             return false;
         const auto crossesLine = [&](const Plate& other) {
-            if (other.meets(line.start, line.end))
-                return true;
-            const PaperLine first = extension(measure, trial, 0);
-            const PaperLine second = extension(measure, trial, 1);
-            return other.meets(first.start, first.end) || other.meets(second.start, second.end);
+            return other.meets(line.start, line.end) ||
+                   other.meets(own[0].start, own[0].end) || other.meets(own[1].start, own[1].end);
         };
         if (std::any_of(sheet_.texts.begin(), sheet_.texts.end(), crossesLine))
             return false;

@@ -88,12 +88,15 @@ private:
     void placeTurned(std::size_t i) {
         const Geometry& shape = geometry(i);
         std::vector<std::pair<double, int>> options;
+        // Angles and arcs are seen as well from the one side as from the other.
+        const bool eitherSide = shape.shown == Shown::ArcLength;
         for (const Circle& circle : shape.circles)
             if (!circle.anyAxis && isDirection(circle.axis))
                 for (const Vec3& side : {circle.axis, -1.0 * circle.axis})
-                    options.emplace_back(rangeAlong(hull_, side).high - dot(circle.centre, side),
+                    options.emplace_back(eitherSide ? 0
+                                                    : rangeAlong(hull_, side).high -
+                                                          dot(circle.centre, side),
                                          viewFrom(side));
-        // An angle is seen as well from the one side as from the other.
         if (shape.shown == Shown::Angle && !shape.corner.turnsAbout &&
             isDirection(shape.corner.normal))
             for (const Vec3& side : {shape.corner.normal, -1.0 * shape.corner.normal})

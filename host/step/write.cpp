@@ -97,7 +97,8 @@ void addGeometry(const Annotation& annotation, const Sheet& sheet, ordered_json&
     }
     case Shown::Angle:
         call["call"] = "PMICreateAngleDim3D";
-        call["angleMode"] = 0;
+        // A side that comes second in turn makes no reflex angle of it.
+        call["angleMode"] = 1;
         call["edge1"] = line(annotation.edges[0]);
         call["pick1"] = vector(annotation.picks[0]);
         call["edge2"] = line(annotation.edges[1]);
@@ -124,6 +125,7 @@ ordered_json annotationOf(const Annotation& annotation, const Sheet& sheet, cons
     if (annotation.shown == Shown::Note) {
         json["display"] = true;
         json["screenParallel"] = true;
+        json["finish"] = {{"spacing", 0}};
         calls.push_back(noteCall(annotation, sheet));
     } else {
         json["finish"] = {{"label", labelOf(annotation)}};
