@@ -154,11 +154,11 @@ TEST_P(AngleTest, LiesBetweenItsSides) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Calls, AngleTest,
+INSTANTIATE_TEST_SUITE_P(Angle, AngleTest,
                          testing::Values("PMICreateAngleDim", "PMICreateAngleDim3D"),
                          [](const auto& call) { return std::string(call.param); });
 
-TEST(SideAngle, OfParallelEdgesIsZero) {
+TEST(AngleOfSide, OfParallelEdgesIsZero) {
     Record record = edges({0, 0, 0}, {20, 0, 0}, {0, 10, 0}, {20, 10, 0});
     set(record.place, {5, 4, 0});
     const Made made("PMICreateAngleDim", record);
@@ -170,7 +170,7 @@ TEST(SideAngle, OfParallelEdgesIsZero) {
     EXPECT_EQ(made.handedBack<int>("specialLineCount"), 0);
 }
 
-TEST(PickedAngle, EdgeTouchesTheVertexByItsEndAlone) {
+TEST(AngleOfPicks, EdgeTouchesTheVertexByItsEndAlone) {
     Vec start{0.05, 0, 0};
     Vec end{40, 0, 0};
     for (const std::size_t specials : {1U, 0U}) {
@@ -185,7 +185,29 @@ TEST(PickedAngle, EdgeTouchesTheVertexByItsEndAlone) {
     }
 }
 
-TEST(PickedAngle, OfZeroSetsThePlaneAlone) {
+TEST(AngleOfPicks, DirectionsAreTheSameBelowOneDegree) {
+    // An edge of half the arc's radius: along it the arc is out of its reach, on the other side of
+    // the vertex as well. The pick that stands 1 degree off is exact.
+    const double degree = kHalfTurn / 180.0;
+    const Vec off = towards(degree);
+    ASSERT_EQ(dot(off, off), 1.0);
+    ASSERT_EQ(degrees(std::atan2(off.y, off.x)), 1.0);
+    const std::pair<Vec, std::size_t> cases[] = {
+        {towards(0.999 * degree), 2}, {off, 1},
+        {towards(1.001 * degree), 1}, {towards(kHalfTurn - 1.001 * degree), 1},
+        {{-off.x, off.y, 0}, 2},
+    };
+    for (const auto& [pick, extensions] : cases) {
+        SCOPED_TRACE(pick);
+        Record record = edges({0.5, 0, 0}, {}, {}, {0, 0.5, 0});
+        set(record.picks[0], pick);
+        set(record.picks[1], {0, 1, 0});
+        set(record.place, {pick.x < 0.0 ? -0.6 : 0.6, 0.8, 0});
+        EXPECT_EQ(Drawing(Made("PMICreateAngleDim3D", record).pmi).extensions.size(), extensions);
+    }
+}
+
+TEST(AngleOfPicks, OfZeroSetsThePlaneAlone) {
     Record record = edges({1, 1, 0}, {2, 2, 0}, {4, 4, 0}, {9, 9, 0});
     set(record.picks[0], {1.5, 1.5, 0});
     set(record.picks[1], {5, 5, 3});

@@ -71,7 +71,7 @@ TEST_P(ArcLengthTest, PlacedAtTheCentreStillShowsTheLength) {
     EXPECT_EQ(drawing.leaders.size(), 2U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Planes, ArcLengthTest,
+INSTANTIATE_TEST_SUITE_P(ArcLength, ArcLengthTest,
                          testing::Values("PMICreateArcDim3D", "PMICreateClipArcDim3D"),
                          [](const auto& call) { return std::string(call.param); });
 

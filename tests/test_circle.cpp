@@ -101,12 +101,12 @@ TEST_P(CircleTest, CountsAHeightThatIsNotPositiveAsDefault) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Calls, CircleTest,
+    Circle, CircleTest,
     testing::Values(CircleKind{"PMICreateRadiusDim3D", ANK_PMI_RADIUS, L"R", 1.0},
                     CircleKind{"PMICreateDiameterDim3D", ANK_PMI_DIAMETER, L"\u2300", 2.0}),
     [](const auto& kind) { return std::string(kind.param.call); });
 
-TEST(KindCode, LeavesEverythingAsItWasUnlessItIsTheOne) {
+TEST(CircleKindCode, LeavesEverythingAsItWasUnlessItIsTheOne) {
     for (const char* call :
          {"PMICreateRadiusDim3D", "PMICreateDiameterDim3D", "PMICreateParallelDim3D"}) {
         Record record;

@@ -65,7 +65,7 @@ TEST_P(DistanceTest, OfCoincidentPointsIsZero) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Calls, DistanceTest,
+    Distance, DistanceTest,
     testing::Values(Distance{"PMICreateAxToAx", {2, 5}, {2, 5}, {{1, 1}, {4, 4}}},
                     Distance{"PMICreateCntToCnt", {0, 2}, {1, 3}, {{0, 0}, {2, 2}}},
                     Distance{"PMICreatePLNTOPLN", {2, 5}, {2, 5}, {{0, 1}, {3, 4}}},

@@ -1,4 +1,6 @@
 // Definition planes, placement and projection, by what must be true of them in space.
+#include <climits>
+
 #include "support/calls.h"
 #include "support/rigid.h"
 
@@ -167,6 +169,42 @@ TEST_F(DefinitionPlane, OfAnyOtherKindIsTheWorlds) {
     }
 }
 
+TEST_F(DefinitionPlane, ReadsNothingForAnUnknownKind) {
+    // Neither objects nor numbers.
+    char nothing = 0;
+    void* const address = &nothing;
+    for (const int kind : {INT_MIN, 1, 12}) {
+        double axes[3][3] = {};
+        EXPECT_EQ(PMI3DPlnDef(kind, static_cast<Ank_CurveEntity*>(address),
+                              static_cast<Ank_CurveEntity*>(address), nullptr,
+                              static_cast<double*>(address), axes[0], axes[1], axes[2],
+                              static_cast<double*>(address)),
+                  0);
+        EXPECT_EQ(Vec(axes[0]), Vec());
+        EXPECT_EQ(Vec(axes[1]), Vec(1, 0, 0));
+        EXPECT_EQ(Vec(axes[2]), Vec(0, 1, 0));
+    }
+}
+
+TEST_F(DefinitionPlane, TakesTheUsualTolerancesWithoutAny) {
+    for (int kind = 0; kind < 14; ++kind) {
+        // The lines' angle lies between the usual tolerance and a wider one.
+        const Record record = edges({0, 0, 0}, {10, 0, 0}, {0, 5, 1}, {10, 5.01, 1});
+        double tolerances[2] = {0.01, 0.00026};
+        double wide[2] = {0.01, 0.1};
+        double planes[3][9] = {};
+        int at = 0;
+        for (double* const given : {tolerances, wide, static_cast<double*>(nullptr)}) {
+            Arguments made(record);
+            double* const plane = planes[at++];
+            PMI3DPlnDef(kind, made.lines, made.lines + 1, nullptr, given, plane, plane + 3,
+                        plane + 6, nullptr);
+        }
+        EXPECT_TRUE(std::ranges::equal(planes[2], planes[0])) << kind;
+        EXPECT_EQ(std::ranges::equal(planes[2], planes[1]), kind != 6 && kind != 11) << kind;
+    }
+}
+
 TEST(Placement, SlidesAlongTheViewIntoThePlane) {
     Random random(10);
     for (int i = 0; i < kCases; ++i) {
@@ -210,14 +248,24 @@ TEST(Placement, WritesThePointAloneAndLeavesItWhereNobodyLooks) {
 
 TEST(Projection, ArcGoesIntoItsPlaneAndBack) {
     Random random(11);
-    const double sweeps[] = {0.5 * kHalfTurn,  kHalfTurn,       1.5 * kHalfTurn, 0.1, 6.0,
-                             kHalfTurn - 1e-3, kHalfTurn + 0.04};
-    for (int i = 0; i < 7 * kCases; ++i) {
+    constexpr double degree = kHalfTurn / 180.0;
+    // Closed, and about a half circle, whose own rounding may make it more or less than one.
+    const double sweeps[] = {0.0,
+                             0.1,
+                             0.5 * kHalfTurn,
+                             kHalfTurn - 3.0 * degree,
+                             kHalfTurn - 1e-3,
+                             kHalfTurn,
+                             kHalfTurn + degree,
+                             kHalfTurn + 3.0 * degree,
+                             1.5 * kHalfTurn,
+                             6.0};
+    for (int i = 0; i < 10 * kCases; ++i) {
         SCOPED_TRACE(random);
         const Rigid frame = Rigid::random(random);
         const double radius = random.number(1.0, 100.0);
         const double from = random.number(-kHalfTurn, kHalfTurn);
-        const double sweep = sweeps[i % 7];
+        const double sweep = sweeps[i % 10];
         SCOPED_TRACE(testing::Message() << "sweep " << sweep);
         Arguments made(arcIn(frame, radius, from, from + sweep));
         made.arc.SetUsageType(ANK_CURVE_USAGE_SPECIAL_LINE);
@@ -232,10 +280,8 @@ TEST(Projection, ArcGoesIntoItsPlaneAndBack) {
         flat.GetParameter(parameter[0], parameter[1]);
         ExpectVec3Near(ends[0], towards(parameter[0]) * radius, 1e-4);
         ExpectVec3Near(ends[1], towards(parameter[1]) * radius, 1e-4);
-        // Counter-clockwise about the plane's normal, which is the arc's own; rounding decides for
-        // a half circle.
-        const bool eitherWay = sweep == kHalfTurn && flat.GetNormal().z < 0.0F;
-        ExpectVec3Near(flat.GetNormal(), {0, 0, eitherWay ? -1.0 : 1.0}, 1e-3);
+        // Counter-clockwise about the plane's normal, which is the arc's own.
+        ExpectVec3Near(flat.GetNormal(), {0, 0, 1}, 1e-3);
         ExpectVec3Near(Vec(made.result + 8), frame.axes[2], 1e-6);
 
         std::vector<ANK_PNT32> back(1);
@@ -276,6 +322,11 @@ TEST(Projection, NormalOfThreePoints) {
     double out[3];
     CDimSymUitity::GetNoraml(points[0], points[1], points[2], out);
     ExpectVec3Near(Vec(out), {1, 0, 0}, 1e-12);
+    // Where there is none, what the caller had there stays.
+    const Vec before(out);
+    CDimSymUitity::GetNoraml(points[0], points[0], points[2], out);
+    CDimSymUitity::GetNoraml(points[0], points[1], points[1], out);
+    EXPECT_EQ(Vec(out), before);
 }
 
 TEST(Projection, PointTurnsAboutTheAxis) {

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -44,14 +45,20 @@ TEST(BadScene, IsRefusedInOneLine) {
         {"{\"annotations\": " + std::string(100000, '['), "nested more than 64 levels deep"},
         {R"({"annotations": [], "view": "left"})", "view: expected front, top, right, iso or 16"},
         {R"({"annotations": [], "view": [1,0,0]})", "view: expected front, top, right, iso or 16"},
-        {R"({"annotations": [], "titel": ""})", "\"titel\" is not known here"},
+        {R"({"annotations": [], "titel": ""})",
+         "\"titel\" is not known here; \"title\" may be meant"},
+        {R"({"annotatoins": []})",
+         "\"annotations\" is missing; \"annotatoins\" may be meant for it"},
+        {annotated(R"("call": "PMICreateRadiusDim")"),
+         "there is no call \"PMICreateRadiusDim\"; \"PMICreateRadiusDim3D\" may be meant"},
         {edge(R"("end": [1,0]})"), "edges[0].end: expected 3 numbers, got 2"},
-        {edge(R"("end": "nowhere"})"), "edges[0].end: there is no point of this name"},
+        {edge(R"("end": "nowhere"})"), "edges[0].end: there is no point \"nowhere\""},
         {edge(R"("end": [1,0,1e10]})"), "edges[0].end[2]: expected a number of at most 1e9"},
         {edge(R"("end": [1,0,1e999]})"), "a number is too large"},
         {edge(R"("end": [1,0,0]}, {"id": "a", "type": "line", "start": [0,0,0], "end": [1,0,0]})"),
-         "edges[1]: another edge has the same id"},
-        {annotated(R"("call": "PMICreateNothing")"), "annotations[0].call: there is no such call"},
+         "edges[1]: another edge has the id \"a\""},
+        {annotated(R"("call": "PMICreateNothing")"),
+         "annotations[0].call: there is no call \"PMICreateNothing\""},
         {distance(points + R"(], "height": 5)"),
          "annotations[0].points: expected 6 points of 3 numbers, got 5"},
         {distance(points + ",[0,0,0]]"), "annotations[0]: \"height\" is missing"},
@@ -60,7 +67,7 @@ TEST(BadScene, IsRefusedInOneLine) {
         {distance(points + R"(,[0,0,0]], "height": 5, "status": 3000000000)"),
          "annotations[0].status: expected a whole number of 32 bits"},
         {annotated(R"("call": "PMICreateRadiusDim3D", "circle": "rim")"),
-         "annotations[0].circle: there is no edge of this id"},
+         "annotations[0].circle: there is no edge \"rim\""},
         {annotated(R"("calls": [{"call": "PMICreateRadiusDim3D", "circle":
                       {"type": "line", "start": [0,0,0], "end": [1,0,0]}}])"),
          "annotations[0].calls[0].circle: expected an arc, got a line"},
@@ -79,6 +86,20 @@ TEST(BadScene, IsRefusedInOneLine) {
             }
         }
     }
+}
+
+TEST(Warning, NamesWhatThePictureDoesNotShow) {
+    const std::string radius = R"("call": "PMICreateRadiusDim3D", "circle":
+        {"type": "arc", "centre": [0,0,0], "normal": [0,0,1], "radius": 5}, "height": )";
+    const std::string scene = "{\"annotations\": [{" + radius + R"(3, "locate": [9,0,0]}, {)" +
+                              radius +
+                              R"(3, "locate": [9,0,0], "kindCode": 1}, {"display": true, )" +
+                              radius + R"(3, "locate": [9,0,0], "kindCode": 1}]})";
+    std::vector<std::string> warnings;
+    host::drawScene(scene, {}, [&warnings](const std::string& line) { warnings.push_back(line); });
+    EXPECT_EQ(warnings, (std::vector<std::string>{
+                            "annotations[1]: shows nothing: it is not displayed (\"display\")",
+                            "annotations[2]: shows nothing: it is empty"}));
 }
 
 // A shell of Windows takes the paths of this build for switches.
@@ -110,7 +131,7 @@ TEST(Program, LeavesTheOutputAloneWhereTheSceneIsBad) {
                   scene + ": annotations[0]: expected an object, got a number\n");
         fs::remove(scene);
         EXPECT_EQ(exitCode(command), 2);
-        EXPECT_EQ(contentOf(errors).find(scene), 0U);
+        EXPECT_EQ(contentOf(errors), scene + ": cannot be read: No such file or directory\n");
     }
     EXPECT_EQ(exitCode("dream"), 2);
     EXPECT_EQ(contentOf(output), "as it was");
@@ -118,6 +139,11 @@ TEST(Program, LeavesTheOutputAloneWhereTheSceneIsBad) {
     EXPECT_EQ(exitCode("draw"), 0);
     EXPECT_EQ(contentOf(errors), "");
     EXPECT_NE(contentOf(output).find("<svg"), std::string::npos);
+    // Without a file to write, the same picture goes to the standard output.
+    const std::string printed = output + ".printed";
+    const std::string print = std::string(PMI_HOST) + " draw " + scene + " > " + printed;
+    EXPECT_EQ(std::system(print.c_str()), 0); // NOLINT(concurrency-mt-unsafe)
+    EXPECT_EQ(contentOf(printed), contentOf(output));
 }
 
 #endif

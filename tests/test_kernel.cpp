@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "geometry/drawnarc.h"
 #include "kernel/geolib.h"
 #include "kernel/matrix.h"
 #include "kernel/sb.h"
@@ -237,7 +238,7 @@ TEST(KernelTessellation, RunsAlongTheArcInEvenSteps) {
         {10.0F, 0.5F, 2.0F, false, 1.5, 5},   {10.0F, 2.0F, 0.5F, false, turn - 1.5, 15},
         {10.0F, 2.0F, 0.5F, true, -1.5, 5},   {10.0F, 0.5F, 2.0F, true, 1.5 - turn, 15},
         {10.0F, -3.0F, 3.0F, false, 6.0, 19}, {10.0F, -3.0F, 3.0F, true, 6.0 - turn, 4},
-        {0.5F, 0.0F, 3.0F, false, 3.0, 4},    {1e6F, 0.0F, 6.0F, false, 6.0, 1001},
+        {0.5F, 0.0F, 3.0F, false, 3.0, 4},    {1e6F, -3.0F, 3.0F, false, 6.0, 1001},
         {2.0F, 1.0F, 1.0F, false, 0.0, 4},    {2.0F, 1.0F, 1.0F, true, 0.0, 4},
     };
     Ank_Leader bare;
@@ -251,32 +252,39 @@ TEST(KernelTessellation, RunsAlongTheArcInEvenSteps) {
         Ank_Leader leader;
         auto* const arc = new Ank_Ellipse;
         leader.SetCurve(arc);
-        arc->SetCenterPoint({5.0F, -3.0F, 2.0F});
-        arc->SetNormal({0.0F, 0.0F, c.downwards ? -1.0F : 1.0F});
-        arc->SetXYZDir({0.0F, 1.0F, 0.0F}, {0.0F, 0.0F, 1.0F}, {1.0F, 0.0F, 0.0F});
-        arc->SetRadius(0.5F * c.radius, c.radius);
-        arc->SetParameter(c.from, c.to);
+        const Vec center{5.0, -3.0, 2.0};
+        // How far the ends stand from the centre, and how high, does not count.
+        const auto end = [&](double angle) {
+            return (center + Vec{8.0 * std::cos(angle), 8.0 * std::sin(angle), 8.0}).point32();
+        };
+        const ANK_PNT32 first = end(c.from);
+        arc->SetCenterPoint(center.point32());
+        arc->SetNormal({0.6F, 0.0F, c.downwards ? -0.8F : 0.8F});
+        arc->SetRadius(c.radius, c.radius);
+        arc->SetCoordiantePnt(first, end(c.to));
         EXPECT_TRUE(CTessCircle::GetCircleDrawData({nullptr, &leader, &bare}, starts, ends, radius,
                                                    counts));
         EXPECT_EQ(radius, c.radius);
-        EXPECT_EQ(starts, (std::vector<double>{0.0, c.from, 0.0}));
-        EXPECT_NEAR(ends.at(1), c.from + c.sweep, 1e-9);
+        EXPECT_EQ(starts,
+                  (std::vector<double>{0.0, std::atan2(first.y + 3.0F, first.x - 5.0F), 0.0}));
+        EXPECT_NEAR(starts.at(1), c.from, 1e-6);
+        EXPECT_NEAR(ends.at(1), c.from + c.sweep, 1e-6);
         EXPECT_EQ(counts, (std::vector{0, c.points, 0}));
         std::vector<ANK_PNT32> points(1);
         ASSERT_TRUE(CTessCircle::GetCircleDiscretization(arc, 0, points));
         ASSERT_EQ(points.size(), static_cast<std::size_t>(c.points) + 1);
         for (int i = 0; i < c.points; ++i) {
             const double t = c.from + c.sweep * i / (c.points - 1);
-            const Vec at{5.0, -3.0 + 0.5 * c.radius * std::cos(t), 2.0 + c.radius * std::sin(t)};
+            const Vec at = center + Vec{c.radius * std::cos(t), c.radius * std::sin(t), 0.0};
             ExpectVec3Near(points.at(static_cast<std::size_t>(i) + 1), at,
-                           1e-6 * std::max(c.radius, 1.0F));
+                           2e-6 * std::max(c.radius, 1.0F));
         }
     }
     EXPECT_FALSE(CTessCircle::GetCircleDrawData({&bare, nullptr}, starts, ends, radius, counts));
     Ank_Ellipse arc;
-    arc.SetParameter(0.0F, 1.0F);
+    arc.SetCoordiantePnt({1.0F, 0.0F, 0.0F}, {0.0F, 1.0F, 0.0F});
     arc.SetRadius(std::numeric_limits<float>::infinity(), 1.0F);
-    EXPECT_EQ(CTessCircle::drawnPart(arc).count, 1001);
+    EXPECT_EQ(drawnArc(arc).count, 1001);
     std::vector<ANK_PNT32> points;
     EXPECT_FALSE(CTessCircle::GetCircleDiscretization(nullptr, 0, points));
     EXPECT_FALSE(CTessCircle::GetCircleDiscretization(nullptr, 0.0, 1.0, 1.0, 5, points));
@@ -289,10 +297,14 @@ TEST(KernelSinglePrecision, PointsCoincideBySquaredDistance) {
     EXPECT_TRUE(SbVec3f(0, 0, 0).equals(SbVec3f(0.31F, 0, 0), 0.1F));
     EXPECT_FALSE(SbVec3f(0, 0, 0).equals(SbVec3f(0.32F, 0, 0), 0.1F));
     SbLine line;
+    const auto closest = [&line] {
+        const SbVec3f foot = line.getClosestPoint(SbVec3f(9, 7, 1));
+        return Vec{foot[0], foot[1], foot[2]};
+    };
     line.setValue(SbVec3f(5, 5, 5), SbVec3f(5, 5, 5));
-    ExpectVec3Near(Vec(line.getClosestPoint(SbVec3f(9, 7, 1)).wide().data()), {5.0, 5.0, 5.0}, 0.0);
+    ExpectVec3Near(closest(), {5.0, 5.0, 5.0}, 0.0);
     line.setValue(SbVec3f(0, 1, 0), SbVec3f(4, 1, 0));
-    ExpectVec3Near(Vec(line.getClosestPoint(SbVec3f(9, 7, 1)).wide().data()), {9.0, 1.0, 0.0}, 0.0);
+    ExpectVec3Near(closest(), {9.0, 1.0, 0.0}, 0.0);
 }
 
 } // namespace

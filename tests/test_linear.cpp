@@ -133,7 +133,7 @@ TEST_P(LinearTest, RunsBesideTheMeasuredPairThroughTheText) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Members, LinearTest,
+    Linear, LinearTest,
     testing::Values(Member{"PMICreateLinDistDim3D", {true, true}},
                     Member{"PMICreateLinDotDim3D", {true, false}},
                     Member{"PMICreateDotDistDim3D", {false, false}, ANK_PMI_LINEAR, false, false},
@@ -152,6 +152,21 @@ TEST(LinearEdges, EdgesMayBeParallelOnlyNearly) {
         ASSERT_EQ(drawing.leaders.size(), 2U);
         ExpectStroke(drawing.leaders[0], {0, 0, 4}, {0, 6, 4}, 0.02);
         ExpectStroke(drawing.leaders[1], {0, 10, 4}, {0, 6, 4}, 0.02);
+    }
+}
+
+TEST(LinearEdges, PlaneStartsWhereTheLinesCross) {
+    // Edges that meet in (20, 10, 5), within them or beyond their ends; a point whose foot that is;
+    // and the lines of two points.
+    for (const double from : {-8.0, 3.0}) {
+        Record record = edges({20 + from, 10, 5}, {80, 10, 5}, {20, 10 + from, 5}, {20, 70, 5});
+        set(record.center, {20, 30, 5});
+        set(record.place, {40, 30, 5});
+        for (const char* call :
+             {"PMICreateLinDistDim3D", "PMICreateLinDotDim3D", "PMICreateDotDistDim3D"}) {
+            const Made made(call, record);
+            ExpectVec3Near(Drawing(made.pmi).plane.origin, {20, 10, 5}, 1e-5);
+        }
     }
 }
 

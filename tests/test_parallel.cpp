@@ -6,9 +6,9 @@ namespace {
 
 constexpr double kNear = 3e-3;
 
-class EdgeLengthTest : public testing::TestWithParam<const char*> {};
+class ParallelTest : public testing::TestWithParam<const char*> {};
 
-TEST_P(EdgeLengthTest, RunsBesideTheEdgeThroughThePlacement) {
+TEST_P(ParallelTest, RunsBesideTheEdgeThroughThePlacement) {
     // Its arrows meet in the middle of its dimension line, and its text runs along the plane's
     // axes.
     const bool isParallel = GetParam() == std::string_view("PMICreateParallelDim3D");
@@ -61,7 +61,7 @@ TEST_P(EdgeLengthTest, RunsBesideTheEdgeThroughThePlacement) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Calls, EdgeLengthTest,
+INSTANTIATE_TEST_SUITE_P(Parallel, ParallelTest,
                          testing::Values("PMICreateParallelDim3D", "PMICreateArcDim3D",
                                          "PMICreateClipArcDim3D"),
                          [](const auto& call) { return std::string(call.param); });

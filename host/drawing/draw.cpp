@@ -132,11 +132,8 @@ void drawCallerLine(Svg& svg, const LineEdge& line, const Projection& toPaper) {
     svg.path("special", path, " data-source=\"caller\"");
 }
 
-void drawAnnotation(Svg& svg, const BuiltAnnotation& built, const Matrix& view) {
+void drawDisplayed(Svg& svg, const BuiltAnnotation& built, const Matrix& view) {
     const Ank_PMI& pmi = built.pmi;
-    if (!pmi.GetDisplay()) {
-        return;
-    }
     const Projection toPaper(pmi.GetDefPlane(), view);
     const std::string name = built.name.empty() ? "" : " data-name=\"" + xmlText(built.name) + '"';
     svg.open("annotation", name + " data-type=\"" + std::to_string(pmi.GetType()) + '"');
@@ -165,16 +162,37 @@ void drawAnnotation(Svg& svg, const BuiltAnnotation& built, const Matrix& view) 
     svg.close();
 }
 
+bool isEmpty(const Ank_PMI& pmi) {
+    return pmi.GetLeaders().empty() && pmi.GetExLines().empty() && pmi.GetSpecialLines().empty() &&
+           pmi.GetComText().empty();
+}
+
+/// Draws an annotation, or says why the picture shows nothing of it.
+std::string drawAnnotation(Svg& svg, const BuiltAnnotation& built, const Matrix& view) {
+    if (!built.pmi.GetDisplay()) {
+        return "it is not displayed (\"display\")";
+    }
+    const std::size_t before = svg.drawn();
+    drawDisplayed(svg, built, view);
+    if (svg.drawn() > before) {
+        return "";
+    }
+    return isEmpty(built.pmi) ? "it is empty" : "it lies where no picture reaches";
+}
+
 } // namespace
 
-std::string drawScene(const Scene& scene, const Progress& progress) {
+std::string drawScene(const Scene& scene, const Progress& progress, const Warning& warning) {
     const std::size_t count = scene.annotationCount();
     Svg svg;
     drawModel(svg, scene);
     for (std::size_t i = 0; i < count; ++i) {
         BuiltAnnotation built;
         buildAnnotation(scene, i, built);
-        drawAnnotation(svg, built, scene.view());
+        const std::string unseen = drawAnnotation(svg, built, scene.view());
+        if (warning && !unseen.empty()) {
+            warning(scene.annotation(i).path() + ": shows nothing: " + unseen);
+        }
         if (progress) {
             progress(i + 1, count);
         }
@@ -182,8 +200,9 @@ std::string drawScene(const Scene& scene, const Progress& progress) {
     return svg.finish(scene.title(), scene.lines());
 }
 
-std::string drawScene(std::string_view sceneText, const Progress& progress) {
-    return drawScene(Scene(sceneText), progress);
+std::string drawScene(std::string_view sceneText, const Progress& progress,
+                      const Warning& warning) {
+    return drawScene(Scene(sceneText), progress, warning);
 }
 
 } // namespace host

@@ -9,10 +9,12 @@
 
 namespace host {
 
-/// The picture as SVG. Throws `SceneError`.
-std::string drawScene(std::string_view sceneText, const Progress& progress = {});
+/// The picture as SVG. Warns of annotations that show nothing in it. Throws `SceneError`.
+std::string drawScene(std::string_view sceneText, const Progress& progress = {},
+                      const Warning& warning = {});
 
 /// The same for a scene that has been read.
-std::string drawScene(const Scene& scene, const Progress& progress = {});
+std::string drawScene(const Scene& scene, const Progress& progress = {},
+                      const Warning& warning = {});
 
 } // namespace host

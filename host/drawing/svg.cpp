@@ -207,11 +207,13 @@ void Svg::path(const std::string& className, const Path& path, const std::string
         return;
     }
     extent_.add(path.extent());
+    ++drawn_;
     body_ += indent_ + "<path class=\"" + className + "\" d=\"" + path.data() + '"' + attributes +
              "/>\n";
 }
 
 void Svg::text(const PlacedText& text) {
+    ++drawn_;
     const double em = text.height;
     const Vec2 right = (1 / em) * text.right;
     const Vec2 up = (1 / em) * text.up;

@@ -3,6 +3,7 @@
 /// have three decimals, so that the same picture is the same file everywhere.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -82,6 +83,9 @@ public:
     /// Widens the picture without drawing.
     void cover(const Extent& extent) { extent_.add(extent); }
 
+    /// How many lines, curves and texts have been drawn.
+    std::size_t drawn() const { return drawn_; }
+
     /// The finished file.
     std::string finish(const std::string& title, LineStyle lines) const;
 
@@ -90,6 +94,7 @@ private:
     std::string indent_ = "  ";
     Extent extent_;
     bool hasHidden_ = false;
+    std::size_t drawn_ = 0;
 };
 
 } // namespace host

@@ -137,7 +137,7 @@ std::string sections(const Groups& groups, bool withPng) {
 
 } // namespace
 
-GalleryPicture makePicture(const std::string& name, std::string sceneText) {
+GalleryPicture makePicture(const std::string& name, std::string sceneText, const Warning& warning) {
     const Scene scene(sceneText);
     GalleryPicture picture;
     picture.name = name;
@@ -145,7 +145,7 @@ GalleryPicture makePicture(const std::string& name, std::string sceneText) {
     picture.kind = scene.kind();
     picture.licence = scene.licence();
     picture.calls = callNames(scene);
-    picture.svg = drawScene(scene);
+    picture.svg = drawScene(scene, {}, warning);
     picture.sceneText = std::move(sceneText);
     return picture;
 }

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "host/scene/scene.h"
+
 namespace host {
 
 /// What the page shows of a scene.
@@ -21,7 +23,8 @@ struct GalleryPicture {
 };
 
 /// Draws a scene. Throws `SceneError`.
-GalleryPicture makePicture(const std::string& name, std::string sceneText);
+GalleryPicture makePicture(const std::string& name, std::string sceneText,
+                           const Warning& warning = {});
 
 /// The page: complete HTML that refers to the pictures by `name.svg`, and `name.png` on request.
 std::string galleryPage(const std::vector<GalleryPicture>& pictures, bool withPng);

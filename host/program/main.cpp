@@ -63,6 +63,36 @@ private:
     bool written_ = false;
 };
 
+/// Lines about one scene, after which the program goes on. A few tell what is the matter.
+class Warnings {
+public:
+    explicit Warnings(fs::path scene) : scene_(std::move(scene)) {}
+    Warnings(const Warnings&) = delete;
+    Warnings& operator=(const Warnings&) = delete;
+    ~Warnings() {
+        for (const std::string& line : lines_) {
+            std::cerr << scene_.string() << ": " << line << '\n';
+        }
+        if (count_ > lines_.size()) {
+            std::cerr << scene_.string() << ": " << count_ - lines_.size() << " more like these\n";
+        }
+    }
+
+    host::Warning collector() {
+        return [this](const std::string& line) {
+            constexpr std::size_t kMost = 10;
+            if (++count_ <= kMost) {
+                lines_.push_back(line);
+            }
+        };
+    }
+
+private:
+    fs::path scene_;
+    std::vector<std::string> lines_;
+    std::size_t count_ = 0;
+};
+
 /// Runs one scene's part of a command; what is wrong with the scene is told with its file.
 template <class Work> auto ofScene(const fs::path& path, Work work) {
     try {
@@ -94,11 +124,8 @@ bool makesPng(const Options& options) {
     return false;
 }
 
-void dump(const Options& options) {
-    const std::string text = ofScene(options.scene, [](const std::string& scene) {
-        ProgressLine progress;
-        return host::dumpScene(scene, progress.counter());
-    });
+/// Writes a result to the file that is asked for, or else to the standard output.
+void deliver(const Options& options, const std::string& text) {
     if (!options.output.empty()) {
         host::writeFile(options.output, text);
         return;
@@ -109,12 +136,19 @@ void dump(const Options& options) {
     }
 }
 
+void dump(const Options& options) {
+    deliver(options, ofScene(options.scene, [](const std::string& scene) {
+                ProgressLine progress;
+                return host::dumpScene(scene, progress.counter());
+            }));
+}
+
 void draw(const Options& options) {
-    const std::string svg = ofScene(options.scene, [](const std::string& scene) {
-        ProgressLine progress;
-        return host::drawScene(scene, progress.counter());
-    });
-    host::writeFile(options.output, svg);
+    deliver(options, ofScene(options.scene, [&options](const std::string& scene) {
+                Warnings warnings(options.scene);
+                ProgressLine progress;
+                return host::drawScene(scene, progress.counter(), warnings.collector());
+            }));
     if (makesPng(options)) {
         writePng(options.output);
     }
@@ -125,7 +159,7 @@ std::vector<fs::path> findScenes(const fs::path& directory) {
     std::error_code error;
     const fs::directory_iterator entries(directory, error);
     if (error) {
-        throw host::FileError(directory.string() + ": cannot be read");
+        throw host::FileError(directory.string() + ": cannot be read: " + error.message());
     }
     std::vector<fs::path> scenes;
     for (const fs::directory_entry& entry : entries) {
@@ -141,7 +175,8 @@ void gallery(const Options& options) {
     std::vector<host::GalleryPicture> pictures;
     for (const fs::path& path : findScenes(options.scenes)) {
         pictures.push_back(ofScene(path, [&path](std::string scene) {
-            return host::makePicture(path.stem().string(), std::move(scene));
+            Warnings warnings(path);
+            return host::makePicture(path.stem().string(), std::move(scene), warnings.collector());
         }));
     }
     const fs::path directory = options.directory;
@@ -149,7 +184,7 @@ void gallery(const Options& options) {
     std::error_code error;
     fs::create_directories(directory, error);
     if (error) {
-        throw host::FileError(directory.string() + ": cannot be made");
+        throw host::FileError(directory.string() + ": cannot be made: " + error.message());
     }
     for (const host::GalleryPicture& picture : pictures) {
         const fs::path svg = directory / (picture.name + ".svg");
@@ -163,18 +198,21 @@ void gallery(const Options& options) {
 }
 
 void addCommands(CLI::App& app, Options& options) {
+    app.footer("docs/scene.md of the project describes scenes.");
     CLI::App* dumpCommand = app.add_subcommand("dump", "Print a scene's annotations as JSON");
     dumpCommand->add_option("SCENE", options.scene, "The scene's file")->required();
     dumpCommand->add_option("-o,--output", options.output, "A file to write instead");
     dumpCommand->callback([&options] { dump(options); });
 
-    CLI::App* drawCommand = app.add_subcommand("draw", "Draw a scene as SVG");
+    CLI::App* drawCommand = app.add_subcommand("draw", "Print a scene's picture as SVG");
     drawCommand->add_option("SCENE", options.scene, "The scene's file")->required();
-    drawCommand->add_option("-o,--output", options.output, "The picture")->required();
-    drawCommand->add_flag("--png", options.png, "Make a PNG beside it");
+    CLI::Option* picture =
+        drawCommand->add_option("-o,--output", options.output, "A file to write instead");
+    drawCommand->add_flag("--png", options.png, "Make a PNG beside the file")->needs(picture);
     drawCommand->callback([&options] { draw(options); });
 
-    CLI::App* galleryCommand = app.add_subcommand("gallery", "Draw all scenes and a page of them");
+    CLI::App* galleryCommand =
+        app.add_subcommand("gallery", "Draw all scenes and make a page of them");
     galleryCommand->add_option("DIR", options.directory, "The gallery's directory")->required();
     galleryCommand->add_option("--scenes", options.scenes, "The directory of the scenes")
         ->capture_default_str();

@@ -5,6 +5,7 @@
 #include "host/finish/label.h"
 #include "host/scene/arguments.h"
 #include "host/scene/finish.h"
+#include "host/system/spelling.h"
 
 namespace host {
 namespace {
@@ -29,7 +30,11 @@ void makeCall(const Scene& scene, Object& members, BuiltAnnotation& built) {
     const Value name = members.at("call");
     const Call* call = findCall(name.text());
     if (call == nullptr) {
-        name.fail("there is no such call");
+        std::vector<std::string> names;
+        for (const Call& known : calls()) {
+            names.emplace_back(known.name);
+        }
+        name.fail("there is no call " + echoed(name.text()) + hint(name.text(), names));
     }
     SceneArguments arguments(scene, members);
     CallResult result;

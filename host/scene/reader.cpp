@@ -5,6 +5,7 @@
 #include <limits>
 #include <sstream>
 
+#include "host/system/spelling.h"
 #include "host/system/utf8.h"
 
 namespace host {
@@ -60,19 +61,6 @@ std::string listOf(std::size_t count) {
     return count == 1 ? "1 value" : std::to_string(count) + " values";
 }
 
-/// A name as an error message may show it: a name of a scene can hold anything.
-std::string printable(const std::string& name) {
-    constexpr std::size_t kLongest = 40;
-    std::string result;
-    for (const char c : name.substr(0, kLongest)) {
-        result += static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? '?' : c;
-    }
-    while (findInvalidUtf8(result)) {
-        result.pop_back();
-    }
-    return name.size() > kLongest ? result + "..." : result;
-}
-
 int hexDigit(char c) {
     if (c >= '0' && c <= '9') {
         return c - '0';
@@ -82,6 +70,18 @@ int hexDigit(char c) {
 }
 
 } // namespace
+
+std::string echoed(const std::string& name) {
+    constexpr std::size_t kLongest = 40;
+    std::string result;
+    for (const char c : name.substr(0, kLongest)) {
+        result += static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? '?' : c;
+    }
+    while (findInvalidUtf8(result)) {
+        result.pop_back();
+    }
+    return '"' + result + (name.size() > kLongest ? "...\"" : "\"");
+}
 
 Json parseJson(std::string_view text) {
     if (const auto invalid = findInvalidUtf8(text)) {
@@ -204,13 +204,23 @@ Value Object::at(const std::string& name) {
     if (auto member = find(name)) {
         return *std::move(member);
     }
-    value_.fail('"' + name + "\" is missing");
+    // A member that nobody has asked for may be this one, misspelt.
+    std::vector<std::string> unknown;
+    for (const auto& present : value_.json().items()) {
+        if (!known_.contains(present.key())) {
+            unknown.push_back(present.key());
+        }
+    }
+    const std::string misspelt = nearestName(name, unknown);
+    value_.fail('"' + name + "\" is missing" +
+                (misspelt.empty() ? "" : "; " + echoed(misspelt) + " may be meant for it"));
 }
 
 void Object::refuseOthers() const {
     for (const auto& member : value_.json().items()) {
         if (!known_.contains(member.key())) {
-            value_.fail('"' + printable(member.key()) + "\" is not known here");
+            value_.fail(echoed(member.key()) + " is not known here" +
+                        hint(member.key(), {known_.begin(), known_.end()}));
         }
     }
 }

@@ -23,6 +23,9 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// A name between quotation marks as a message may show it: a name of a scene can hold anything.
+std::string echoed(const std::string& name);
+
 /// Parses a scene's text: valid UTF-8, nested at most 64 levels deep.
 nlohmann::json parseJson(std::string_view text);
 

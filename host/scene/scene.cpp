@@ -2,6 +2,7 @@
 
 #include "host/geometry/views.h"
 #include "host/scene/finish.h"
+#include "host/system/spelling.h"
 
 namespace host {
 namespace {
@@ -72,7 +73,7 @@ void Scene::readEdges(const Value& list) {
         Object members(item);
         ModelEdge edge = readModelEdge(members);
         if (!edge.id.empty() && !edgeById_.emplace(edge.id, edges_.size()).second) {
-            item.fail("another edge has the same id");
+            item.fail("another edge has the id " + echoed(edge.id));
         }
         edges_.push_back(std::move(edge));
     }
@@ -122,7 +123,11 @@ Edge Scene::readEdge(const Value& value) const {
     }
     const Edge* edge = findEdge(value.text());
     if (edge == nullptr) {
-        value.fail("there is no edge of this id");
+        std::vector<std::string> ids;
+        for (const auto& known : edgeById_) {
+            ids.push_back(known.first);
+        }
+        value.fail("there is no edge " + echoed(value.text()) + hint(value.text(), ids));
     }
     return *edge;
 }
@@ -138,7 +143,11 @@ Vec3 Scene::readPoint(const Value& value) const {
     }
     const auto found = points_.find(value.text());
     if (found == points_.end()) {
-        value.fail("there is no point of this name");
+        std::vector<std::string> names;
+        for (const auto& known : points_) {
+            names.push_back(known.first);
+        }
+        value.fail("there is no point " + echoed(value.text()) + hint(value.text(), names));
     }
     return found->second;
 }

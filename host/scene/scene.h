@@ -73,4 +73,7 @@ Matrix readView(const Value& value);
 /// Called now and then with the annotations done and all of them.
 using Progress = std::function<void(std::size_t, std::size_t)>;
 
+/// Called with what is right as a scene but may not be meant: one line.
+using Warning = std::function<void(const std::string&)>;
+
 } // namespace host

@@ -1,5 +1,6 @@
 #include "host/system/files.h"
 
+#include <cerrno>
 #include <fstream>
 #include <system_error>
 
@@ -15,12 +16,16 @@ constexpr std::size_t kReadAtOnce = std::size_t{1} << 20;
     throw FileError(path.string() + ": " + what);
 }
 
+/// What the system says about the operation that has just failed.
+std::string reason() { return errno == 0 ? "" : ": " + std::generic_category().message(errno); }
+
 void writeBytes(const fs::path& path, std::string_view bytes) {
+    errno = 0;
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     file.close();
     if (!file) {
-        fail(path, "cannot be written");
+        fail(path, "cannot be written" + reason());
     }
 }
 
@@ -38,9 +43,10 @@ std::string readSceneFile(const fs::path& path) {
     if (fs::is_directory(path, error)) {
         fail(path, "is a directory");
     }
+    errno = 0;
     std::ifstream file(path, std::ios::binary);
     if (!file) {
-        fail(path, "cannot be read");
+        fail(path, "cannot be read" + reason());
     }
     std::string bytes;
     while (file) {
@@ -53,7 +59,7 @@ std::string readSceneFile(const fs::path& path) {
         }
     }
     if (file.bad()) {
-        fail(path, "cannot be read");
+        fail(path, "cannot be read" + reason());
     }
     return bytes;
 }
@@ -67,9 +73,10 @@ void writeFile(const fs::path& path, std::string_view bytes) {
     try {
         writeBytes(temporary, bytes);
     } catch (const FileError&) {
+        const std::string why = reason();
         std::error_code ignored;
         fs::remove(temporary, ignored);
-        fail(path, "cannot be written");
+        fail(path, "cannot be written" + why);
     }
     moveInto(temporary, path);
 }
@@ -82,7 +89,7 @@ void moveInto(const fs::path& from, const fs::path& to) {
     }
     std::error_code ignored;
     fs::remove(from, ignored);
-    fail(to, "cannot be written");
+    fail(to, "cannot be written: " + error.message());
 }
 
 fs::path temporaryFor(const fs::path& path) {

@@ -157,6 +157,8 @@ DORVALE_API void PMICreateParallelDim3D(int* kindCode, int*, Ank_CurveEntity* re
 /// of a straight edge. Sets the display and screen-parallel flags and the dimension 3, leaves the
 /// type alone.
 /// @param curve an `Ank_Ellipse` or an `Ank_Line`
+/// @param textHeight one that is not positive counts as 3.5, except in the estimate of the width by
+///        which the text of an arc is turned: that takes the height as it is given
 /// @param line1 with line2: two lines whose plane orients the sweep of an arc
 DORVALE_API void PMICreateArcDim3D(int*, Ank_CurveEntity* curve, _ank_locate* locate,
                                    double textHeight, Ank_PMI* pmi, int* status, double* viewMatrix,
@@ -237,7 +239,7 @@ DORVALE_API void PMISetEnvelope(int mode, bool apply, bool stub, bool withEnvelo
 
 /// Moves a placement point along its own viewing direction into a plane, and leaves it where that
 /// direction runs in the plane.
-/// @param tolerances distance tolerance, then angular tolerance in radians
+/// @param tolerances distance tolerance, which has no effect, then angular tolerance in radians
 /// @param located receives 3 doubles and no more; may be `locate` itself
 /// @return 0
 DORVALE_API int CnvViewLocate(_ank_locate* locate, double* const origin, double* const xAxis,
@@ -246,8 +248,10 @@ DORVALE_API int CnvViewLocate(_ank_locate* locate, double* const origin, double*
 /// towards the viewer.
 /// @param kind what defines it: 2 two lines (the first gives the origin; the second lies in the
 ///        plane, as does the horizontal across it); 4 and 5 an arc; 6 and 11 two lines and their
-///        crossing; 7 a line or an arc; any other gives the world's XY plane
-/// @param tolerances distance tolerance, then angular tolerance in radians
+///        crossing; 7 a line or an arc; any other gives the world's XY plane, and
+///        one below 2 or above 11 reads nothing else
+/// @param tolerances distance tolerance, which has no effect, then angular tolerance in radians;
+///        null counts as 0.01 and 0.00026
 /// @param viewMatrix 16 doubles, or null
 /// @return 0, or 900 when the two lines of kind 6 or 11 are parallel (the axes hold them; the
 ///         origin is (0, 0, 0) then)
@@ -373,11 +377,11 @@ public:
     static void FillEnvelope(Ank_PMI* pmi, bool frame, unsigned long& backgroundColour,
                              unsigned long& frameColour);
 
-    /// Unit normal of the plane through three points; (0, 0, 0) where they lie on one line. The
-    /// last three arguments are not touched.
+    /// Unit normal of the plane through three points; (0, 0, 0) where they lie on one line or
+    /// coincide. The last three arguments are not touched.
     static ANK_DIR32 GetNoraml(const ANK_PNT32& p0, const ANK_PNT32& p1, const ANK_PNT32& p2,
                                ANK_DIR32&, ANK_DIR32&, ANK_DIR32&);
-    /// The same in double precision: 3 doubles each.
+    /// The same in double precision: 3 doubles each. `normal` is left alone where there is none.
     static void GetNoraml(double* p0, double* p1, double* p2, double* normal);
     /// The point at a distance from `base` along a direction that is turned by an angle (radians,
     /// right-hand rule) about an axis. The fifth argument is not read.

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "geometry/drawnarc.h"
 #include "geometry/projection.h"
 
 namespace dorvale {
@@ -10,10 +11,6 @@ namespace {
 
 bool equal(const ANK_PNT32& a, const ANK_PNT32& b) {
     return a.x == b.x && a.y == b.y && a.z == b.z;
-}
-
-float angleAt(const ANK_PNT32& center, const ANK_PNT32& point) {
-    return std::atan2(point.y - center.y, point.x - center.x);
 }
 
 } // namespace
@@ -41,15 +38,17 @@ std::unique_ptr<Ank_Line> makeSegment(const Points& points) {
 std::unique_ptr<Ank_Ellipse> makeArc(const ArcShape& shape, const std::optional<Vec3>& normal) {
     const bool given = normal && std::abs(normal->x + normal->y + normal->z) > 0.0;
     const Vec3 used =
-        given ? *normal : normalOf(widen(shape.center), widen(shape.start), widen(shape.end));
+        given ? *normal
+              : orZero(normalOf(widen(shape.center), widen(shape.start), widen(shape.end)));
     const float startAngle = angleAt(shape.center, shape.start);
     const float endAngle = angleAt(shape.center, shape.end);
     auto arc = std::make_unique<Ank_Ellipse>();
     arc->SetParameter(startAngle, endAngle);
     arc->SetCenterPoint(shape.center);
     arc->SetNormal(toDirection32(used));
-    arc->SetOriginDir({0.0F, 0.0F, 1.0F});
-    arc->SetXYZDir({1.0F, 0.0F, 0.0F}, {0.0F, 1.0F, 0.0F}, {0.0F, 0.0F, 1.0F});
+    arc->SetOriginDir(direction32(0.0F, 0.0F, 1.0F));
+    arc->SetXYZDir(direction32(1.0F, 0.0F, 0.0F), direction32(0.0F, 1.0F, 0.0F),
+                   direction32(0.0F, 0.0F, 1.0F));
     arc->SetRadius(shape.radius, shape.radius);
     arc->SetDomain(startAngle, endAngle);
     arc->SetCoordiantePnt(shape.start, shape.end);

@@ -160,16 +160,10 @@ int CDimSymUitity::CheckAngDim(const double& /*angle*/, int* const /*format*/, i
 
 void CDimSymUitity::ConvertToAnkCurve(std::vector<ANK_PNT32>& points, const AnkCurveTypeEnum& type,
                                       Ank_CurveEntity** curve) {
-    switch (type) {
-    case ANK_CURVE_POLYLINE:
+    if (type == kPolylineCurve) {
         polyLinFun(points, curve);
-        break;
-    case ANK_CURVE_LINE:
-        *curve = makeSegment(points).release();
-        break;
-    case ANK_CURVE_ARC:
-    default:
-        *curve = nullptr;
+    } else {
+        *curve = type == kLineCurve ? makeSegment(points).release() : nullptr;
     }
 }
 
@@ -193,7 +187,7 @@ void CDimSymUitity::polyLinFun(std::vector<ANK_PNT32>& points, Ank_CurveEntity**
 int CDimSymUitity::FillLeaderData(std::vector<ANK_PNT32>& points, const ANK_PNT32& termPoint,
                                   std::vector<Ank_Leader*>& leaders, bool arrow, bool stub) {
     std::unique_ptr<Ank_Leader> leader =
-        makeLeader(points, termPoint, arrow ? ANK_TERM_ARROW : ANK_TERM_NONE);
+        makeLeader(points, termPoint, arrow ? kArrow : kNoTerminator);
     if (leader && stub) {
         leader->SetStubDelta(true);
     }
@@ -204,7 +198,7 @@ int CDimSymUitity::FillLeaderData(const AnkTermTypeEnum& termType, std::vector<A
                                   const ANK_PNT32& termPoint, std::vector<Ank_Leader*>& leaders,
                                   bool useType) {
     return appendOrRefuse(leaders,
-                          makeLeader(points, termPoint, useType ? termType : ANK_TERM_NONE));
+                          makeLeader(points, termPoint, useType ? termType : kNoTerminator));
 }
 
 int CDimSymUitity::FillLeaderData(const ANK_PNT32& center, const ANK_PNT32& start,
@@ -284,11 +278,14 @@ void CDimSymUitity::FillEnvelope(Ank_PMI* pmi, bool frame, unsigned long& backgr
 
 ANK_DIR32 CDimSymUitity::GetNoraml(const ANK_PNT32& p0, const ANK_PNT32& p1, const ANK_PNT32& p2,
                                    ANK_DIR32& /*x*/, ANK_DIR32& /*y*/, ANK_DIR32& /*z*/) {
-    return toDirection32(normalOf(widen(p0), widen(p1), widen(p2)));
+    return toDirection32(orZero(normalOf(widen(p0), widen(p1), widen(p2))));
 }
 
 void CDimSymUitity::GetNoraml(double* p0, double* p1, double* p2, double* normal) {
-    writeTo(normal, normalOf(fromArray(p0), fromArray(p1), fromArray(p2)));
+    const std::optional<Vec3> found = normalOf(fromArray(p0), fromArray(p1), fromArray(p2));
+    if (found) {
+        writeTo(normal, *found);
+    }
 }
 
 ANK_PNT32 CDimSymUitity::ComputeVecByAngle(const ANK_DIR32& axis, const ANK_DIR32& direction,

@@ -6,7 +6,8 @@
 #include <dorvale/dorvale.h>
 
 #include "builders/ownership.h"
-#include "kernel/sb.h"
+#include "model/records.h"
+#include "model/values.h"
 
 namespace dorvale {
 
@@ -16,9 +17,11 @@ ANK_RGBA32 colorOf(std::uint32_t word) {
     const auto channel = [word](unsigned shift) {
         return static_cast<float>(((word >> shift) & 0xFFU) / 255.0);
     };
-    ANK_RGBA32 color;
-    SbColor4f(channel(0), channel(8), channel(16), 0.0F)
-        .getValue(color.r, color.g, color.b, color.a);
+    ANK_RGBA32 color{};
+    color.r = channel(0);
+    color.g = channel(8);
+    color.b = channel(16);
+    color.a = 0.0F;
     return color;
 }
 
@@ -29,13 +32,13 @@ std::optional<ANK_PNT32> farEndOf(const Ank_Leader& leader) {
     if (curve == nullptr) {
         return std::nullopt;
     }
-    if (curve->GetCurveType() == ANK_CURVE_POLYLINE) {
+    if (curve->GetCurveType() == kPolylineCurve) {
         const auto& points = static_cast<const Ank_PolyLine*>(curve)->GetPoints();
         return points.size() < 2 ? std::nullopt : std::optional(points.back());
     }
-    if (curve->GetCurveType() == ANK_CURVE_ARC) {
-        ANK_PNT32 start;
-        ANK_PNT32 end;
+    if (curve->GetCurveType() == kArcCurve) {
+        ANK_PNT32 start{};
+        ANK_PNT32 end{};
         static_cast<const Ank_Ellipse*>(curve)->GetCoordinatePnt(start, end);
         return end;
     }
@@ -49,7 +52,7 @@ void addFrame(Ank_ComText& block, const FrameStyle& style, const ANK_PNT32& anch
     envelope->SetFrameFlag(style.drawn);
     envelope->SetBackgroundColor(colorOf(style.background));
     envelope->SetFrameColor(colorOf(style.frame));
-    envelope->SetAnchorPoint(ANK_ANCHOR_LOCATION, anchor);
+    envelope->SetAnchorPoint(kAnchoredAtLocation, anchor);
     give(std::move(envelope), [&](Ank_Envelope* taken) { block.SetEnvelope(taken); });
 }
 
@@ -73,7 +76,7 @@ void PMISetEnvelope(int mode, bool apply, bool stub, bool withEnvelope, Envelope
     if (mode != 1 || !apply || pmi == nullptr) {
         return;
     }
-    ANK_PNT32 anchor;
+    ANK_PNT32 anchor = point32(0.0F, 0.0F, 0.0F);
     const std::vector<Ank_Leader*>& leaders = pmi->GetLeaders();
     if (!leaders.empty()) {
         const std::optional<ANK_PNT32> farEnd =

@@ -1,21 +1,19 @@
 #include "builders/leaders.h"
 
 #include "builders/ownership.h"
-#include "kernel/tesscircle.h"
+#include "geometry/drawnarc.h"
 
 namespace dorvale {
 
 namespace {
 
-/// Length and width of a straight leader's arrow.
-constexpr float kArrowLength = 3.36F;
-constexpr float kArrowWidth = 1.12F;
+/// An arrow is this many times as long as wide.
 constexpr double kArrowProportion = 3.0;
 
 /// From the points' differences in single precision; two equal points give 0/0 as it is.
 ANK_DIR32 directionOf(const ANK_PNT32& from, const ANK_PNT32& to) {
-    const Vec3 v = widen(ANK_DIR32{to.x - from.x, to.y - from.y, to.z - from.z});
-    return toDirection32(v / distance(v, Vec3{}));
+    const Vec3 v = widen(direction32(to.x - from.x, to.y - from.y, to.z - from.z));
+    return toDirection32(v / length(v));
 }
 
 } // namespace
@@ -27,27 +25,28 @@ std::unique_ptr<Ank_Leader> makeLeader(const Points& points, const ANK_PNT32& ti
         return nullptr;
     }
     auto leader = std::make_unique<Ank_Leader>();
-    curve->SetUsageType(ANK_CURVE_USAGE_LEADER);
+    curve->SetUsageType(kLeaderCurve);
     curve->SetCurveDispStat(true);
     give(std::move(curve), [&](Ank_PolyLine* taken) { leader->SetCurve(taken); });
-    leader->SetLeaderType(ANK_LEADER_STRAIGHT);
-    float size[2] = {kArrowLength, kArrowWidth};
+    leader->SetLeaderType(kStraightLeader);
+    float size[2] = {static_cast<float>(kArrowLength),
+                     static_cast<float>(kArrowLength / kArrowProportion)};
     leader->SetTerminator(terminator, size, tip, directionOf(points[0], points[1]));
     return leader;
 }
 
 std::unique_ptr<Ank_Leader> makeArcLeader(std::unique_ptr<Ank_Ellipse> arc) {
     auto leader = std::make_unique<Ank_Leader>();
-    arc->SetUsageType(ANK_CURVE_USAGE_LEADER);
-    arc->SetCurveDispType(ANK_CURVE_DISP_DIMENSION);
+    arc->SetUsageType(kLeaderCurve);
+    arc->SetCurveDispType(kDimensionDisplay);
     arc->SetCurveDispStat(true);
     give(std::move(arc), [&](Ank_Ellipse* taken) { leader->SetCurve(taken); });
-    leader->SetLeaderType(ANK_LEADER_ARC);
+    leader->SetLeaderType(kArcLeader);
     return leader;
 }
 
 bool setArcTerminator(Ank_Leader& leader, const Ank_Ellipse& arc) {
-    const CTessCircle::Drawn drawn = CTessCircle::drawnPart(arc);
+    const DrawnArc drawn = drawnArc(arc);
     if (drawn.start == drawn.end) {
         return false;
     }
@@ -55,13 +54,13 @@ bool setArcTerminator(Ank_Leader& leader, const Ank_Ellipse& arc) {
     const ANK_PNT32 next = drawn.point(1);
     const double length = distance(widen(tip), widen(next));
     float size[2] = {static_cast<float>(length), static_cast<float>(length / kArrowProportion)};
-    leader.SetTerminator(ANK_TERM_ARROW, size, tip, toDirection32(unit(widen(next) - widen(tip))));
+    leader.SetTerminator(kArrow, size, tip, toDirection32(orZero(unit(widen(next) - widen(tip)))));
     return true;
 }
 
 void setArcTerminators(const std::vector<Ank_Leader*>& leaders) {
     for (Ank_Leader* leader : leaders) {
-        const Ank_Ellipse* arc = CTessCircle::arcOf(leader);
+        const Ank_Ellipse* arc = arcCurveOf(leader);
         if (arc != nullptr && !setArcTerminator(*leader, *arc)) {
             return;
         }

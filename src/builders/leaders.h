@@ -2,6 +2,7 @@
 #pragma once
 
 #include "builders/curves.h"
+#include "model/values.h"
 
 namespace dorvale {
 

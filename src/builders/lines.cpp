@@ -7,9 +7,9 @@ namespace dorvale {
 std::unique_ptr<Ank_Extensionline> makeExtensionLine(const Points& points, bool display,
                                                      AnkCurveDispTypeEnum dispType) {
     auto line = std::make_unique<Ank_Extensionline>();
-    line->SetExLineType(ANK_EXTENSION_LINE);
+    line->SetExLineType(kExtensionLine);
     auto curve = std::make_unique<Ank_PolyLine>();
-    curve->SetUsageType(ANK_CURVE_USAGE_EXTENSION_LINE);
+    curve->SetUsageType(kExtensionLineCurve);
     curve->SetPoints(points);
     curve->SetDomain(0.0F, 0.0F);
     curve->SetCurveDispType(dispType);
@@ -25,10 +25,10 @@ std::unique_ptr<Ank_SpecialLine> makeSpecialLine(const Points& points) {
         return nullptr;
     }
     auto line = std::make_unique<Ank_SpecialLine>();
-    curve->SetCurveDispType(ANK_CURVE_DISP_SPECIAL_LINE);
+    curve->SetCurveDispType(kSpecialLineDisplay);
     curve->SetCurveDispStat(true);
-    curve->SetUsageType(ANK_CURVE_USAGE_SPECIAL_LINE);
-    line->SetSpecLinUse(ANK_SPECIAL_LINE_POINTS);
+    curve->SetUsageType(kSpecialLineCurve);
+    line->SetSpecLinUse(kLineOfPoints);
     give(std::move(curve), [&](Ank_PolyLine* taken) { line->AddCurve(taken); });
     return line;
 }
@@ -36,8 +36,8 @@ std::unique_ptr<Ank_SpecialLine> makeSpecialLine(const Points& points) {
 std::unique_ptr<Ank_SpecialLine> makeArcSpecialLine(const ArcShape& shape) {
     std::unique_ptr<Ank_Ellipse> curve = makeArc(shape, std::nullopt);
     auto line = std::make_unique<Ank_SpecialLine>();
-    curve->SetUsageType(ANK_CURVE_USAGE_SPECIAL_LINE);
-    curve->SetCurveDispType(ANK_CURVE_DISP_DIMENSION);
+    curve->SetUsageType(kSpecialLineCurve);
+    curve->SetCurveDispType(kDimensionDisplay);
     curve->SetCurveDispStat(true);
     give(std::move(curve), [&](Ank_Ellipse* taken) { line->AddCurve(taken); });
     return line;

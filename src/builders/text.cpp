@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "builders/ownership.h"
-#include "kernel/wholepart.h"
+#include "geometry/wholepart.h"
 
 namespace dorvale {
 
@@ -31,7 +31,7 @@ std::unique_ptr<Ank_ComText> makeBlock(PendingList<Ank_Text>& texts, const TextF
     }
     auto block = std::make_unique<Ank_ComText>();
     texts.handOver([&](const std::vector<Ank_Text*>& list) { block->SetTexts(list); });
-    block->SetOuterBox({toPoint32(frame.corner1), toPoint32(frame.corner2)});
+    block->SetOuterBox(box32(toPoint32(frame.corner1), toPoint32(frame.corner2)));
     return block;
 }
 

@@ -18,7 +18,7 @@ struct TextAxes {
     ANK_DIR32 x;
     ANK_DIR32 y;
 
-    TextAxes reversed() const { return {{-x.x, -x.y, -x.z}, {-y.x, -y.y, -y.z}}; }
+    TextAxes reversed() const { return {toDirection32(-widen(x)), toDirection32(-widen(y))}; }
 };
 
 /// Width and height of a character.

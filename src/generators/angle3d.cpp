@@ -11,8 +11,8 @@ namespace {
 constexpr int kZeroAngle = 3;
 /// An edge whose end is this near to the vertex touches it.
 constexpr double kTouching = 0.1;
-/// Directions count as equal or opposite within 1 degree.
-constexpr double kSameDirection = std::numbers::pi / 180.0;
+/// Directions are the same below this angle, and opposite from what it leaves of a half turn on.
+constexpr double kSameDirection = 1.0;
 
 constexpr Vec3 kPlaneNormal{0.0, 0.0, 1.0};
 
@@ -39,15 +39,9 @@ void makeCoplanar(Side& side1, Side& side2, Ank_Line* line2) {
     side2 = {segmentOf(line2), ProjPntToPlane(side2.pick, origin, normal)};
 }
 
-Vec3 crossingOf(const Side& side1, const Side& side2) {
-    Vec3 crossing;
-    LinLinIntersect(side1.edge, side2.edge, crossing);
-    return crossing;
-}
-
 /// From the crossing towards the picked part of an edge.
 Vec3 pickedDirection(const Side& side, Vec3 crossing) {
-    return unit(footOnLine(side.pick, side.edge.start, side.edge.end).point - crossing);
+    return orZero(unit(orZero(footOnLine(side.pick, side.edge)).point - crossing));
 }
 
 /// The angle from the first picked side to the second one about the plane's normal, in degrees. The
@@ -56,7 +50,7 @@ double pickedAngle(const Side& side1, const Side& side2, const AnnotationPlane& 
     const Vec3 crossing = plane.origin();
     const std::optional<double> angle = angleAbout(plane.normal(), pickedDirection(side1, crossing),
                                                    pickedDirection(side2, crossing));
-    return inDegrees(angle.value_or(0.0));
+    return inDegrees(orZero(angle));
 }
 
 Side inPlane(const Side& side, const AnnotationPlane& plane) {
@@ -83,7 +77,7 @@ EdgeFromVertex seenFrom(Vec3 vertex, const Segment& edge) {
     EdgeFromVertex seen;
     seen.nearEnd = endIsFar ? edge.start : edge.end;
     seen.farEnd = endIsFar ? edge.end : edge.start;
-    seen.direction = unit(seen.farEnd - seen.nearEnd);
+    seen.direction = orZero(unit(seen.farEnd - seen.nearEnd));
     seen.gap = endIsFar ? toStart : toEnd;
     seen.length = distance(edge.start, edge.end);
     // The distance of the edge's end counts, whichever end is the nearer one.
@@ -93,7 +87,7 @@ EdgeFromVertex seenFrom(Vec3 vertex, const Segment& edge) {
 
 /// The angle between two directions of the plane, 0 to 180 degrees; 0 where either has no length.
 double degreesBetween(Vec3 a, Vec3 b) {
-    return foldedDegrees(inDegrees(angleAbout(kPlaneNormal, a, b).value_or(0.0)));
+    return foldedDegrees(inDegrees(orZero(angleAbout(kPlaneNormal, a, b))));
 }
 
 /// The dimension arc: through the text point about the vertex, from one picked side to the other.
@@ -106,14 +100,17 @@ struct DimensionArc {
 };
 
 DimensionArc arcThrough(Vec3 textPoint, Vec3 vertex, const Side& side1, const Side& side2) {
-    DimensionArc arc{
-        vertex, textPoint, distance(flat(textPoint), flat(vertex)), unit(textPoint - vertex), {}};
-    arc.ends = {moved(vertex, unit(side1.pick - vertex), arc.radius),
-                moved(vertex, unit(side2.pick - vertex), arc.radius)};
-    const Vec3 bisector = unit(midpoint(arc.ends[0], arc.ends[1]) - vertex);
+    DimensionArc arc{vertex,
+                     textPoint,
+                     distance(flat(textPoint), flat(vertex)),
+                     orZero(unit(textPoint - vertex)),
+                     {}};
+    arc.ends = {moved(vertex, orZero(unit(side1.pick - vertex)), arc.radius),
+                moved(vertex, orZero(unit(side2.pick - vertex)), arc.radius)};
+    const Vec3 bisector = orZero(unit(midpoint(arc.ends[0], arc.ends[1]) - vertex));
     if (degreesBetween(bisector, arc.towardsText) > 90.0) {
-        // The text stands in the opposite angle: reflect the ends through the plane's origin, where
-        // the edges cross.
+        // The text stands in the opposite angle. Its arc's ends are these, reflected through the
+        // vertex: the plane's origin is where the edges cross, so that negating them does it.
         arc.ends = {-arc.ends[0], -arc.ends[1]};
     }
     return arc;
@@ -133,11 +130,12 @@ void addSpecialLine(const EdgeFromVertex& edge, Vec3 vertex, Ank_PMI& pmi) {
 /// The lines that join an edge to its end of the dimension arc.
 void joinToArc(const EdgeFromVertex& edge, const DimensionArc& arc, Vec3 arcEnd, Assembly& assembly,
                Ank_PMI& pmi) {
-    const Vec3 towardsArcEnd = unit(flat(arcEnd - arc.vertex));
-    if (independent(towardsArcEnd, edge.direction, kSameDirection)) {
+    const Vec3 towardsArcEnd = orZero(unit(flat(arcEnd - arc.vertex)));
+    const double apart = degreesBetween(towardsArcEnd, edge.direction);
+    if (apart >= kSameDirection && apart < 180.0 - kSameDirection) {
         return;
     }
-    if (dot(towardsArcEnd, edge.direction) < 0.0) {
+    if (apart >= kSameDirection) {
         // The arc ends on the other side of the vertex.
         assembly.addExtensionLine(arc.vertex, arcEnd);
         if (edge.gap > 0.0) {
@@ -176,7 +174,7 @@ void PMICreateAngleDim3D(int* angleMode, int* flag1, int* flag2, _ank_element* e
     }
     side1 = inPlane(side1, plane);
     side2 = inPlane(side2, plane);
-    const Vec3 vertex = crossingOf(side1, side2);
+    const Vec3 vertex = orZero(LinLinIntersect(side1.edge, side2.edge));
     const DimensionArc arc = arcThrough(plane.place(*locate), vertex, side1, side2);
 
     Assembly assembly(*pmi);
@@ -189,7 +187,8 @@ void PMICreateAngleDim3D(int* angleMode, int* flag1, int* flag2, _ank_element* e
     }
     assembly.setArcTerminators();
     assembly.addText(angleTextLine(degrees, *angleMode), arc.textPoint,
-                     readable(textOnCircle(unit(flat(arc.towardsText))), plane, view), textHeight);
+                     readable(textOnCircle(orZero(unit(flat(arc.towardsText)))), plane, view),
+                     textHeight);
     setAngleFlags(*pmi);
     *status = 0;
 }

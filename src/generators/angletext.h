@@ -4,6 +4,7 @@
 #include <numbers>
 
 #include "generators/assembly.h"
+#include "model/values.h"
 #include "valuetext/valueline.h"
 
 namespace dorvale {
@@ -19,7 +20,7 @@ inline std::wstring angleTextLine(double degrees, int angleMode) {
 }
 
 inline void setAngleFlags(Ank_PMI& pmi) {
-    pmi.SetType(ANK_PMI_ANGLE);
+    pmi.SetType(kAngleDimension);
     pmi.SetParallelScreen(true);
     pmi.SetDisplay(true);
     pmi.SetDim(3);

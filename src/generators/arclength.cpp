@@ -31,7 +31,7 @@ void drawStraight(const CurveLength& input, Vec3 textPoint, Ank_PMI& pmi) {
     const OffsetLine line = offsetThrough(textPoint, start, end);
 
     // The text stands up away from the edge.
-    const TextAxes along = textAlong(unit(end - start));
+    const TextAxes along = textAlong(orZero(unit(end - start)));
     const TextAxes text = dot(widen(along.y), line.away) < 0.0 ? along.reversed() : along;
     Assembly assembly(pmi);
     assembly.addText(lengthLine(distance(start, end)), textPoint, text, input.textHeight);
@@ -52,12 +52,14 @@ struct ConcentricArc {
     Vec3 towardsText;
     double radius = 0.0;
 
-    Vec3 onDimensionArc(Vec3 point) const { return moved(center, unit(point - center), radius); }
+    Vec3 onDimensionArc(Vec3 point) const {
+        return moved(center, orZero(unit(point - center)), radius);
+    }
     Vec3 underText() const { return moved(center, towardsText, radius); }
 };
 
 Vec3 directionFrom(Vec3 center, Vec3 point) {
-    return tryUnit(point - center).value_or(Vec3{1.0, 0.0, 0.0});
+    return unit(point - center).value_or(Vec3{1.0, 0.0, 0.0});
 }
 
 ConcentricArc concentricArc(const Arc& arc, const AnnotationPlane& plane, Vec3 textPoint) {
@@ -77,9 +79,9 @@ std::optional<double> sweepOf(const Arc& arc, const CurveLength& input) {
 /// The normal about which the dimension arc of a major arc runs the long way round: that of the
 /// centre, the start and the point of the arc away from its chord.
 Vec3 normalOfMajorArc(const ConcentricArc& arc) {
-    const Foot foot = footOnLine(flat(arc.center), flat(arc.start), flat(arc.end));
-    const Vec3 awayFromChord = unit(flat(arc.center - foot.point));
-    return normalOf(arc.center, arc.start, moved(arc.center, awayFromChord, arc.radius));
+    const Foot foot = orZero(footOnLine(flat(arc.center), flat(arc.start), flat(arc.end)));
+    const Vec3 awayFromChord = orZero(unit(flat(arc.center - foot.point)));
+    return orZero(normalOf(arc.center, arc.start, moved(arc.center, awayFromChord, arc.radius)));
 }
 
 /// The text's axes, tangent to the dimension arc at the middle of the estimated width.
@@ -88,7 +90,7 @@ TextAxes tangentText(const ConcentricArc& arc, Vec3 textPoint, double width,
     const TextAxes first = textOnCircle(directionFrom(flat(arc.center), flat(textPoint)));
     const bool backwards = readsBackwards(first, plane, view);
     const TextAxes turned = backwards ? first.reversed() : first;
-    const Vec3 middle = moved(textPoint, unit(widen(turned.x)), width * 0.5);
+    const Vec3 middle = moved(textPoint, orZero(unit(widen(turned.x))), width * 0.5);
     const TextAxes text = textOnCircle(directionFrom(flat(arc.center), flat(middle)));
     return backwards ? text.reversed() : text;
 }
@@ -129,7 +131,7 @@ void drawArc(const CurveLength& input, Vec3 textPoint, Ank_PMI& pmi) {
 bool drawCurveLength(const CurveLength& input, _ank_locate& locate, Ank_PMI& pmi) {
     pmi.SetDefPlane(input.plane.matrix32());
     const Vec3 textPoint = input.plane.place(locate);
-    const bool straight = isOfType(input.curve, ANK_CURVE_LINE);
+    const bool straight = isOfType(input.curve, kLineCurve);
     if (straight) {
         drawStraight(input, textPoint, pmi);
     } else {
@@ -163,7 +165,7 @@ void PMICreateClipArcDim3D(int* /*unused*/, double* normal, double* origin, doub
          View::fromMatrix(viewMatrix), textHeight, line1, line2},
         *locate, *pmi);
     if (!straight) {
-        pmi->SetType(ANK_PMI_CLIP_ARC);
+        pmi->SetType(kClipArcDimension);
     }
     pmi->SetDisplay(true);
     pmi->SetDim(3);

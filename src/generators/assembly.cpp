@@ -18,8 +18,8 @@ const Points& Assembly::pair(Vec3 first, Vec3 second) {
 }
 
 void Assembly::addLeader(Vec3 tip, Vec3 end, Head head, Stub stub) {
-    std::unique_ptr<Ank_Leader> leader = makeLeader(
-        pair(tip, end), toPoint32(tip), head == Head::Arrow ? ANK_TERM_ARROW : ANK_TERM_NONE);
+    std::unique_ptr<Ank_Leader> leader =
+        makeLeader(pair(tip, end), toPoint32(tip), head == Head::Arrow ? kArrow : kNoTerminator);
     if (!leader) {
         return;
     }

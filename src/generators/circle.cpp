@@ -2,6 +2,7 @@
 #include "generators/assembly.h"
 #include "generators/kindcode.h"
 #include "geometry/definitionplane.h"
+#include "model/values.h"
 #include "valuetext/valueline.h"
 
 using namespace dorvale;
@@ -10,7 +11,7 @@ namespace {
 
 constexpr Vec3 kPlaneX{1.0, 0.0, 0.0};
 /// Outside the circle the text stands along the plane's X axis, its up direction mirrored.
-constexpr TextAxes kOutside{{1.0F, 0.0F, 0.0F}, {0.0F, -1.0F, 0.0F}};
+TextAxes outsideText() { return {direction32(1.0F, 0.0F, 0.0F), direction32(0.0F, -1.0F, 0.0F)}; }
 
 /// A circle and the placement of its text, in the circle's plane:
 ///
@@ -36,7 +37,7 @@ PlacedCircle placeCircle(const Ank_CurveEntity* curve, _ank_locate& locate, cons
     pmi.SetDefPlane(plane.matrix32());
     const Vec3 placed = plane.place(locate);
     const Vec3 center = plane.toPlane(arc.center);
-    const Vec3 direction = tryUnit(placed - center).value_or(kPlaneX);
+    const Vec3 direction = unit(placed - center).value_or(kPlaneX);
     return {plane,
             center,
             arc.radius,
@@ -84,11 +85,11 @@ void PMICreateDiameterDim3D(int* kindCode, Ank_CurveEntity* curve, _ank_locate* 
     assembly.setLeaders();
 
     const TextAxes text =
-        readable(inside ? textAlong(circle.direction) : kOutside, circle.plane, view);
+        readable(inside ? textAlong(circle.direction) : outsideText(), circle.plane, view);
     constexpr std::wstring_view kDiameterSign = L"\u2300";
     assembly.addText(lengthLine(2.0 * circle.radius, kDiameterSign), circle.placed, text,
                      textHeight);
-    pmi->SetType(ANK_PMI_DIAMETER);
+    pmi->SetType(kDiameterDimension);
     pmi->SetParallelScreen(true);
     pmi->SetDisplay(true);
     pmi->SetDim(3);
@@ -103,13 +104,13 @@ void PMICreateRadiusDim3D(int* kindCode, Ank_CurveEntity* curve, _ank_locate* lo
     const View view = View::fromMatrix(viewMatrix);
     const PlacedCircle circle = placeCircle(curve, *locate, view, *pmi);
     Assembly assembly(*pmi);
-    TextAxes text = kOutside;
+    TextAxes text = outsideText();
     if (circle.holdsPlacement()) {
         assembly.addLeader(circle.near, circle.placed);
         assembly.setLeaders();
         assembly.addLeader(circle.center, circle.placed, Head::None);
         assembly.setLeaders();
-        text = textAlong(unit(circle.placed - circle.near));
+        text = textAlong(orZero(unit(circle.placed - circle.near)));
     } else if (circle.distance > circle.radius) {
         // On the circle itself there is nothing to lead to.
         assembly.addLeader(circle.near, circle.placed, Head::Arrow, Stub::Yes);
@@ -119,7 +120,7 @@ void PMICreateRadiusDim3D(int* kindCode, Ank_CurveEntity* curve, _ank_locate* lo
         addRadiusText(std::move(*line), circle, readable(text, circle.plane, view), textHeight,
                       *pmi);
     }
-    pmi->SetType(ANK_PMI_RADIUS);
+    pmi->SetType(kRadiusDimension);
     pmi->SetDisplay(true);
     pmi->SetDim(3);
     pmi->SetParallelScreen(true);

@@ -7,12 +7,12 @@ using namespace dorvale;
 namespace {
 
 /// The definition plane is the model's own XY plane.
-constexpr ANK_MTX32 kModelPlane{{{1.0F, 0.0F, 0.0F, 0.0F},
-                                 {0.0F, 1.0F, 0.0F, 0.0F},
-                                 {0.0F, 0.0F, 1.0F, 0.0F},
-                                 {0.0F, 0.0F, 0.0F, 1.0F}}};
+constexpr std::array<float, 16> kModelPlane{1.0F, 0.0F, 0.0F, 0.0F, //
+                                            0.0F, 1.0F, 0.0F, 0.0F, //
+                                            0.0F, 0.0F, 1.0F, 0.0F, //
+                                            0.0F, 0.0F, 0.0F, 1.0F};
 /// The text runs up the model's Y axis and stands towards its X axis: a swapped pair.
-constexpr TextAxes kSwappedAxes{{0.0F, 1.0F, 0.0F}, {1.0F, 0.0F, 0.0F}};
+TextAxes swappedAxes() { return {direction32(0.0F, 1.0F, 0.0F), direction32(1.0F, 0.0F, 0.0F)}; }
 
 /// One side of the dimension: the extension line runs from the base to the anchor, where the leader
 /// starts.
@@ -23,7 +23,7 @@ struct Side {
 
 void createDistance(double measured, const Side& side1, const Side& side2, Vec3 textPoint,
                     double textHeight, Ank_PMI& pmi) {
-    pmi.SetDefPlane(kModelPlane);
+    pmi.SetDefPlane(matrix32(kModelPlane));
     std::optional<std::wstring> line = lengthLine(measured);
     Assembly assembly(pmi);
     assembly.addLeader(side1.anchor, textPoint);
@@ -32,7 +32,7 @@ void createDistance(double measured, const Side& side1, const Side& side2, Vec3 
     assembly.addExtensionLine(side2.base, side2.anchor);
     assembly.setLeadersIfAny();
     assembly.setExtensionLinesIfAny();
-    assembly.addText(std::move(line), textPoint, kSwappedAxes, textHeight);
+    assembly.addText(std::move(line), textPoint, swappedAxes(), textHeight);
     pmi.SetDisplay(true);
     pmi.SetParallelScreen(true);
     pmi.SetDim(3);
@@ -89,6 +89,6 @@ void PMIUpdateDimesion(Ank_PMI* pmi, double* const p1, double* const p2, double*
     assembly.addLeader(from, middle);
     assembly.addLeader(to, middle);
     assembly.setLeadersIfAny();
-    assembly.addText(lengthLine(distance(from, to)), middle, kSwappedAxes, kDefaultTextHeight);
+    assembly.addText(lengthLine(distance(from, to)), middle, swappedAxes(), kDefaultTextHeight);
     *status = 0;
 }

@@ -5,17 +5,16 @@
 #include "generators/assembly.h"
 #include "geometry/definitionplane.h"
 #include "geometry/offset.h"
-#include "kernel/sb.h"
+#include "geometry/single.h"
+#include "model/values.h"
 #include "valuetext/valueline.h"
 
 using namespace dorvale;
 
 namespace {
 
-/// Where the text stands right above an end, by the squared distance of its foot.
-constexpr float kAboveEnd = 0.1F;
-/// A dimension line's end within this distance of an edge lies on it.
-constexpr double kOnEdge = 0.01;
+/// Two points meet whose squared distance is no more.
+constexpr float kMeeting = 0.1F;
 
 /// One measured end, in the plane: the point, and the edge it was measured on, if it was one.
 struct MeasuredEnd {
@@ -44,29 +43,25 @@ LinearDimension throughText(const AnnotationPlane& plane, const MeasuredEnd& a,
             distance(a.point, b.point)};
 }
 
-bool coincide(Vec3 p, Vec3 q) { return SbVec3f(toArray(p)).equals(SbVec3f(toArray(q)), kAboveEnd); }
-
 /// Where the extension line to an end of the dimension line starts; none where that end lies on the
 /// measured geometry already.
 std::optional<Vec3> extensionStart(const MeasuredEnd& measured, Vec3 lineEnd) {
     Vec3 start = measured.point;
     if (measured.edge) {
-        if (distanceToSegment(lineEnd, *measured.edge) <= kOnEdge) {
+        if (liesOn(*measured.edge, lineEnd)) {
             return std::nullopt;
         }
-        start = distance(measured.edge->start, lineEnd) <= distance(measured.edge->end, lineEnd)
-                    ? measured.edge->start
-                    : measured.edge->end;
+        start = endNearerTo(lineEnd, *measured.edge);
     }
-    return coincide(start, lineEnd) ? std::nullopt : std::optional(start);
+    return coincide(start, lineEnd, kMeeting) ? std::nullopt : std::optional(start);
 }
 
 /// Leaders from both ends of the dimension line to the text; to their midpoint where the text
 /// stands right above an end, so that no leader is without a length.
 void addLeaders(const LinearDimension& dimension, Assembly& assembly) {
     const OffsetLine& line = dimension.line;
-    const bool aboveEnd =
-        coincide(line.foot, dimension.a.point) || coincide(line.foot, dimension.b.point);
+    const bool aboveEnd = coincide(line.foot, dimension.a.point, kMeeting) ||
+                          coincide(line.foot, dimension.b.point, kMeeting);
     const Vec3 meeting = aboveEnd ? midpoint(line.start, line.end) : dimension.textPoint;
     assembly.addLeader(line.start, meeting);
     assembly.addLeader(line.end, meeting);
@@ -93,7 +88,7 @@ void addCentredText(const LinearDimension& dimension, double textHeight, const V
         return;
     }
     constexpr Vec3 planeX{1.0, 0.0, 0.0};
-    const Vec3 along = tryUnit(dimension.b.point - dimension.a.point).value_or(planeX);
+    const Vec3 along = unit(dimension.b.point - dimension.a.point).value_or(planeX);
     const TextAxes text = readable(textAlong(along), dimension.plane, view);
     const CharSize size = charSizeOf(textHeightOr(textHeight));
     const double width = EstimateTextWidth(*line, size, 0.0);
@@ -134,9 +129,7 @@ Segment flatInPlane(const Segment& segment, const AnnotationPlane& plane) {
     return {flatInPlane(segment.start, plane), flatInPlane(segment.end, plane)};
 }
 
-Vec3 footOn(const Segment& edge, Vec3 point) {
-    return footOnLine(point, edge.start, edge.end).point;
-}
+Vec3 footOn(const Segment& edge, Vec3 point) { return orZero(footOnLine(point, edge)).point; }
 
 /// From a point's foot on an edge to the point, in a plane.
 LinearDimension pointToEdge(const Segment& edgeInModel, Vec3 pointInModel,
@@ -159,7 +152,7 @@ void PMICreateLinDistDim3D(Ank_CurveEntity* curve1, Ank_CurveEntity* curve2, _an
     const Vec3 textPoint = flat(plane.place(*locate));
     const Vec3 a = footOn(edge1, textPoint);
     createLinear(throughText(plane, {a, edge1}, {footOn(edge2, a), edge2}, textPoint),
-                 ANK_PMI_LINEAR, textHeight, view, *pmi);
+                 kLinearDimension, textHeight, view, *pmi);
     *status = 0;
 }
 
@@ -170,7 +163,8 @@ void PMICreateLinDotDim3D(Ank_CurveEntity* edgeCurve, Ank_CurveEntity* pointCurv
     const Segment edge = segmentOf(edgeCurve);
     const Vec3 point = pointOf(pointCurve);
     const AnnotationPlane plane = planeHolding(edge, {point, footOn(edge, point)}, view);
-    createLinear(pointToEdge(edge, point, plane, *locate), ANK_PMI_LINEAR, textHeight, view, *pmi);
+    createLinear(pointToEdge(edge, point, plane, *locate), kLinearDimension, textHeight, view,
+                 *pmi);
     *status = 0;
 }
 
@@ -188,7 +182,7 @@ void PMICreateDotDistDim3D(Ank_Line* line1, Ank_Line* line2, double textHeight, 
     dimension.line.start = flat1.end;
     dimension.line.end = flat2.end;
     dimension.value = distance(side1.start, side2.start);
-    createLinear(dimension, ANK_PMI_LINEAR, textHeight, view, *pmi);
+    createLinear(dimension, kLinearDimension, textHeight, view, *pmi);
     *status = 0;
 }
 
@@ -209,7 +203,7 @@ void PMICreateClipLinDotDim3D(double* normal, double* origin, double* xPoint, An
                               Ank_PMI* pmi, int* status, double* viewMatrix) {
     const AnnotationPlane plane =
         AnnotationPlane::ofSection(fromArray(normal), fromArray(origin), fromArray(xPoint));
-    createLinear(pointToEdge(segmentOf(edge), pointOf(point), plane, *locate), ANK_PMI_LINEAR,
+    createLinear(pointToEdge(segmentOf(edge), pointOf(point), plane, *locate), kLinearDimension,
                  textHeight, View::fromMatrix(viewMatrix), *pmi);
     *status = 0;
 }

@@ -1,5 +1,6 @@
 // Notes: lines of text with an optional leader.
 #include "generators/assembly.h"
+#include "model/values.h"
 
 using namespace dorvale;
 
@@ -10,9 +11,8 @@ constexpr double kNoteHeight = 14.0;
 constexpr float kFontsOwnWidth = 0.0F;
 constexpr float kNoteSpacing = 1.1F;
 constexpr int kMarkedLine = 1;
-constexpr TextAxes kUpright{{1.0F, 0.0F, 0.0F}, {0.0F, 1.0F, 0.0F}};
 /// An empty box: its corners stand the wrong way round.
-constexpr ANK_BOX32 kEmptyBox{{1.0F, 1.0F, 1.0F}, {-1.0F, -1.0F, -1.0F}};
+ANK_BOX32 emptyBox() { return box32(point32(1.0F, 1.0F, 1.0F), point32(-1.0F, -1.0F, -1.0F)); }
 
 /// A line of a note; without a location it stays at the model's default.
 std::unique_ptr<Ank_Text> makeNoteText(std::wstring line, double height,
@@ -24,7 +24,7 @@ std::unique_ptr<Ank_Text> makeNoteText(std::wstring line, double height,
     if (location) {
         text->SetInnerLoc(*location);
     }
-    text->SetInnerXYAxis(kUpright.x, kUpright.y);
+    text->SetInnerXYAxis(direction32(1.0F, 0.0F, 0.0F), direction32(0.0F, 1.0F, 0.0F));
     return text;
 }
 
@@ -37,7 +37,7 @@ void addLines(PendingList<Ank_Text>& texts, const std::vector<PMITextLine>& line
         }
         std::unique_ptr<Ank_Text> text = makeNoteText(line.text, height, location);
         if (line.kind == kMarkedLine) {
-            text->SetUsageType(ANK_TEXT_NOTE_MARKED);
+            text->SetUsageType(kMarkedNoteLine);
         }
         texts.add(std::move(text));
         location.y = static_cast<float>(location.y - height);
@@ -56,7 +56,7 @@ void PMICreateNote3D(std::vector<PMITextLine>& lines, double* target, double* te
     if (!extraLine.empty()) {
         std::unique_ptr<Ank_Text> extra =
             makeNoteText(std::move(extraLine), noteHeight, std::nullopt);
-        extra->SetUsageType(ANK_TEXT_NOTE_EXTRA);
+        extra->SetUsageType(kExtraNoteLine);
         texts.add(std::move(extra));
     }
     if (withLeader) {
@@ -66,8 +66,8 @@ void PMICreateNote3D(std::vector<PMITextLine>& lines, double* target, double* te
     }
     auto block = std::make_unique<Ank_ComText>();
     // Twice, as hosts expect it.
-    block->SetOuterBox(kEmptyBox);
-    block->SetOuterBox(kEmptyBox);
+    block->SetOuterBox(emptyBox());
+    block->SetOuterBox(emptyBox());
     texts.handOver([&](const std::vector<Ank_Text*>& list) { block->SetTexts(list); });
     give(std::move(block), [&](Ank_ComText* taken) { pmi->AddComText(taken); });
 }

@@ -3,6 +3,7 @@
 #include "generators/kindcode.h"
 #include "geometry/definitionplane.h"
 #include "geometry/offset.h"
+#include "model/values.h"
 #include "valuetext/valueline.h"
 
 using namespace dorvale;
@@ -35,7 +36,7 @@ void PMICreateParallelDim3D(int* kindCode, int* /*unused*/, Ank_CurveEntity* ref
     assembly.addExtensionLine(start, line.start);
     assembly.addExtensionLine(end, line.end);
     assembly.setExtensionLinesIfAny();
-    pmi->SetType(ANK_PMI_PARALLEL);
+    pmi->SetType(kParallelDimension);
     pmi->SetDisplay(true);
     pmi->SetDim(3);
 }

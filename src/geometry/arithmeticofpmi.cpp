@@ -1,8 +1,8 @@
 // The exported projection class.
 #include <dorvale/dorvale.h>
 
+#include "geometry/matrix.h"
 #include "geometry/projection.h"
-#include "geometry/transform.h"
 
 using namespace dorvale;
 

@@ -2,15 +2,10 @@
 // as one whose numbers are all zero, which every generator can work with.
 #pragma once
 
-#include "geometry/vec3.h"
-#include "kernel/triple.h"
+#include "geometry/lines.h"
+#include "model/values.h"
 
 namespace dorvale {
-
-struct Segment {
-    Vec3 start;
-    Vec3 end;
-};
 
 struct Arc {
     Vec3 center;
@@ -26,11 +21,11 @@ inline bool isOfType(const Ank_CurveEntity* curve, AnkCurveTypeEnum type) {
 
 /// The curve as an arc, or null.
 inline const Ank_Ellipse* asEllipse(const Ank_CurveEntity* curve) {
-    return isOfType(curve, ANK_CURVE_ARC) ? static_cast<const Ank_Ellipse*>(curve) : nullptr;
+    return isOfType(curve, kArcCurve) ? static_cast<const Ank_Ellipse*>(curve) : nullptr;
 }
 
 inline Segment segmentOf(const Ank_CurveEntity* curve) {
-    if (!isOfType(curve, ANK_CURVE_LINE)) {
+    if (!isOfType(curve, kLineCurve)) {
         return {};
     }
     const auto& line = static_cast<const Ank_Line&>(*curve);
@@ -46,8 +41,8 @@ inline Arc arcOf(const Ank_CurveEntity* curve) {
     float radius = 0.0F;
     float unused = 0.0F;
     ellipse->GetRadius(radius, unused);
-    ANK_PNT32 start;
-    ANK_PNT32 end;
+    ANK_PNT32 start{};
+    ANK_PNT32 end{};
     ellipse->GetCoordinatePnt(start, end);
     return {widen(ellipse->GetCenterPoint()), widen(ellipse->GetNormal()), radius, widen(start),
             widen(end)};
@@ -55,16 +50,11 @@ inline Arc arcOf(const Ank_CurveEntity* curve) {
 
 /// The point that a curve stands for: an arc's centre, a line's start, a polyline's first point.
 inline Vec3 pointOf(const Ank_CurveEntity* curve) {
-    if (isOfType(curve, ANK_CURVE_POLYLINE)) {
+    if (isOfType(curve, kPolylineCurve)) {
         const auto& points = static_cast<const Ank_PolyLine&>(*curve).GetPoints();
         return points.empty() ? Vec3{} : widen(points.front());
     }
-    return isOfType(curve, ANK_CURVE_ARC) ? arcOf(curve).center : segmentOf(curve).start;
-}
-
-inline double distanceToSegment(Vec3 p, const Segment& segment) {
-    return distance(
-        p, fromArray(nearestOnSegment(toArray(p), toArray(segment.start), toArray(segment.end))));
+    return isOfType(curve, kArcCurve) ? arcOf(curve).center : segmentOf(curve).start;
 }
 
 } // namespace dorvale

@@ -15,10 +15,10 @@ enum class PlaneKind : int {
     Line = 7,
     TwoPointLines = 11,
 };
+inline constexpr int kFirstPlaneKind = 2;
+inline constexpr int kLastPlaneKind = 11;
 
 inline constexpr int kParallelLines = 900;
-inline constexpr int kNoAngle = 10;
-inline constexpr int kCrossBeyondEnds = 904;
 
 /// Origin and unit axes; where the curves define none, the world's.
 struct PlaneDefinition {
@@ -57,10 +57,8 @@ PlaneDefinition planeOfTwoLines(const Segment& line1, const Segment& line2, Vec3
 /// the one that holds both, of collinear ones one through them. Zero for lines without a length.
 Vec3 normalOfLines(const Segment& line1, const Segment& line2, double angularTolerance);
 
-/// The crossing of two infinite lines. Skew lines cross where their pictures in the XY plane do;
-/// the z of `out` stays then.
-/// @return 0; 904 for a crossing beyond an end of a segment; 900 for parallel lines, 10 where no
-///         angle can be formed, or a kernel status: with `out` untouched
-int LinLinIntersect(const Segment& lineA, const Segment& lineB, Vec3& out);
+/// The crossing of two infinite lines; none of parallel lines, nor where one has no length. Skew
+/// lines cross where their pictures in the XY plane do, at z = 0.
+std::optional<Vec3> LinLinIntersect(const Segment& lineA, const Segment& lineB);
 
 } // namespace dorvale

@@ -1,7 +1,7 @@
 // The dimension line beside a measured length.
 #pragma once
 
-#include "geometry/vec3.h"
+#include "geometry/lines.h"
 
 namespace dorvale {
 
@@ -19,8 +19,8 @@ struct OffsetLine {
 };
 
 inline OffsetLine offsetThrough(Vec3 point, Vec3 from, Vec3 to) {
-    const Foot foot = footOnLine(point, from, to);
-    const Vec3 away = unit(point - foot.point);
+    const Foot foot = orZero(footOnLine(point, from, to));
+    const Vec3 away = orZero(unit(point - foot.point));
     return {moved(from, away, foot.distance), moved(to, away, foot.distance), foot.point, away};
 }
 

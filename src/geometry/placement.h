@@ -9,7 +9,8 @@ namespace dorvale {
 
 /// The record's point, moved along the viewing direction of its own matrix into a plane; as it was
 /// where that direction runs in the plane or cannot be found.
-Vec3 movedAlongView(const _ank_locate& locate, Vec3 origin, Vec3 unitNormal, Tolerances tolerances);
+Vec3 movedAlongView(const _ank_locate& locate, Vec3 origin, Vec3 unitNormal,
+                    double angularTolerance = kTolerances.angle);
 
 /// Orthogonal projection of a point onto a plane; the point itself for a normal without a length.
 Vec3 ProjPntToPlane(Vec3 point, Vec3 origin, Vec3 unitNormal);

@@ -1,5 +1,7 @@
 #include "geometry/plane.h"
 
+#include <algorithm>
+
 #include "geometry/placement.h"
 
 namespace dorvale {
@@ -13,37 +15,35 @@ View View::fromMatrix(const double* matrix) {
 
 AnnotationPlane::AnnotationPlane(Vec3 origin, Vec3 xAxis, Vec3 yAxis, Vec3 normal,
                                  Vec3 placementNormal)
-    : origin_(origin), x_(xAxis), y_(yAxis), normal_(normal), placementNormal_(placementNormal) {
-    CMathTransform::zfmx03(toArray(origin).data(), toArray(normal).data(), toArray(xAxis).data(),
-                           toPlane_.m, toModel_.m);
-}
+    : origin_(origin), x_(xAxis), y_(yAxis), normal_(normal), placementNormal_(placementNormal),
+      matrices_(frameMatrices(origin, normal, xAxis)) {}
 
 AnnotationPlane::AnnotationPlane(Vec3 origin, Vec3 xAxis, Vec3 yAxis)
-    : AnnotationPlane(origin, xAxis, yAxis, cross(xAxis, yAxis), unitNormal(xAxis, yAxis)) {}
+    : AnnotationPlane(origin, xAxis, yAxis, cross(xAxis, yAxis), orZero(unitNormal(xAxis, yAxis))) {
+}
 
 AnnotationPlane AnnotationPlane::ofSection(Vec3 normal, Vec3 origin, Vec3 xPoint) {
-    const Vec3 unitOfNormal = unit(normal);
-    const Vec3 xAxis = unit(xPoint - origin);
+    const Vec3 unitOfNormal = orZero(unit(normal));
+    const Vec3 xAxis = orZero(unit(xPoint - origin));
     const Vec3 inPlane = cross(xAxis, unitOfNormal);
-    return {origin, xAxis, inPlane, unitOfNormal, unitNormal(xAxis, inPlane)};
+    return {origin, xAxis, inPlane, unitOfNormal, orZero(unitNormal(xAxis, inPlane))};
 }
 
 ANK_MTX32 AnnotationPlane::matrix32() const {
-    ANK_MTX32 narrow;
-    for (int i = 0; i < 4; ++i) {
-        for (int j = 0; j < 4; ++j) {
-            narrow.m[i][j] = static_cast<float>(toModel_.m[i][j]);
-        }
-    }
-    return narrow;
+    std::array<double, 16> elements{};
+    writeTo(elements.data(), matrices_.toModel);
+    std::array<float, 16> narrow{};
+    std::transform(elements.begin(), elements.end(), narrow.begin(),
+                   [](double element) { return static_cast<float>(element); });
+    return dorvale::matrix32(narrow);
 }
 
 Vec3 AnnotationPlane::toPlane(Vec3 pointInModel) const {
-    return transformed(pointInModel, toPlane_);
+    return transformed(pointInModel, matrices_.toLocal);
 }
 
 Vec3 AnnotationPlane::toModel(Vec3 pointInPlane) const {
-    return transformed(pointInPlane, toModel_);
+    return transformed(pointInPlane, matrices_.toModel);
 }
 
 Vec3 AnnotationPlane::directionInModel(Vec3 directionInPlane) const {
@@ -51,12 +51,12 @@ Vec3 AnnotationPlane::directionInModel(Vec3 directionInPlane) const {
 }
 
 Vec3 AnnotationPlane::placeAlongView(_ank_locate& locate) const {
-    writeTo(locate.point, movedAlongView(locate, origin_, placementNormal_, kTolerances));
+    writeTo(locate.point, movedAlongView(locate, origin_, placementNormal_));
     return recordInPlane(locate);
 }
 
 Vec3 AnnotationPlane::place(_ank_locate& locate) const {
-    const Vec3 located = movedAlongView(locate, origin_, placementNormal_, kTolerances);
+    const Vec3 located = movedAlongView(locate, origin_, placementNormal_);
     writeTo(locate.point, ProjPntToPlane(located, origin_, placementNormal_));
     return recordInPlane(locate);
 }

@@ -3,7 +3,7 @@
 
 #include <dorvale/dorvale.h>
 
-#include "geometry/transform.h"
+#include "geometry/matrix.h"
 
 namespace dorvale {
 
@@ -27,7 +27,7 @@ public:
     Vec3 xAxis() const { return x_; }
     Vec3 yAxis() const { return y_; }
     Vec3 normal() const { return normal_; }
-    const Matrix& toModelMatrix() const { return toModel_; }
+    const Matrix& toModelMatrix() const { return matrices_.toModel; }
     /// The plane-to-model matrix, as an annotation takes it.
     ANK_MTX32 matrix32() const;
 
@@ -52,8 +52,7 @@ private:
     Vec3 normal_;
     /// Of the plane that placements are brought into: square to both axes.
     Vec3 placementNormal_;
-    Matrix toPlane_;
-    Matrix toModel_;
+    FrameMatrices matrices_;
 };
 
 } // namespace dorvale

@@ -4,7 +4,7 @@
 #include <numbers>
 
 #include "geometry/definitionplane.h"
-#include "kernel/sb.h"
+#include "geometry/single.h"
 
 namespace dorvale {
 
@@ -31,23 +31,25 @@ Course courseOf(const Arc& arc) {
     course.guideAfter = pointByAngle(arc.normal, toStart, kGuideAngle, arc.center, arc.radius);
     course.guideBefore = pointByAngle(arc.normal, toStart, -kGuideAngle, arc.center, arc.radius);
     const Vec3 toGuide = (course.guideAfter - arc.center) / arc.radius;
-    course.sweep = angleAbout(arc.normal, toStart, toEnd).value_or(0.0);
-    course.rest = angleAbout(arc.normal, toGuide, toEnd).value_or(0.0);
+    course.sweep = orZero(angleAbout(arc.normal, toStart, toEnd));
+    course.rest = orZero(angleAbout(arc.normal, toGuide, toEnd));
     return course;
 }
 
 /// The middle of an arc, in its plane: on the chord's side of the centre for a minor arc, away from
-/// it for a major one. A guide point stands in for the start where the chord tells no side.
+/// it for a major one. Where the chord passes too near to the centre to tell, a guide point stands
+/// in for the start, so that a half circle's rounding decides nothing.
 Vec3 middleOf(const AnnotationPlane& plane, const Arc& arc, const Course& course) {
     const Vec3 center = flat(plane.toPlane(arc.center));
     const Vec3 end = flat(plane.toPlane(arc.end));
-    Foot foot = footOnLine(center, flat(plane.toPlane(arc.start)), end);
+    Foot foot = orZero(footOnLine(center, flat(plane.toPlane(arc.start)), end));
+    bool major = course.sweep > std::numbers::pi;
     if (foot.distance < kThroughCenter) {
-        const Vec3 guide = course.rest < std::numbers::pi ? course.guideAfter : course.guideBefore;
-        foot = footOnLine(center, flat(plane.toPlane(guide)), end);
+        major = course.rest >= std::numbers::pi;
+        const Vec3 guide = major ? course.guideBefore : course.guideAfter;
+        foot = orZero(footOnLine(center, flat(plane.toPlane(guide)), end));
     }
-    const Vec3 towardsChord = unit(flat(foot.point - center));
-    const bool major = course.sweep > std::numbers::pi;
+    const Vec3 towardsChord = orZero(unit(flat(foot.point - center)));
     return moved(plane.toPlane(arc.center), major ? -towardsChord : towardsChord, arc.radius);
 }
 
@@ -55,14 +57,12 @@ float angleInPlane(Vec3 v) { return std::atan2(static_cast<float>(v.y), static_c
 
 } // namespace
 
-Vec3 normalOf(Vec3 p0, Vec3 p1, Vec3 p2) { return unitNormal(unit(p1 - p0), unit(p2 - p0)); }
+std::optional<Vec3> normalOf(Vec3 p0, Vec3 p1, Vec3 p2) {
+    return unitNormal(orZero(unit(p1 - p0)), orZero(unit(p2 - p0)));
+}
 
 Vec3 pointByAngle(Vec3 axis, Vec3 direction, float angle, Vec3 base, double distance) {
-    SbRotation rotation;
-    rotation.setValue(SbVec3f(toArray(axis)), angle);
-    SbVec3f turned;
-    rotation.multVec(SbVec3f(toArray(direction)), turned);
-    return moved(base, fromArray(turned.wide()), distance);
+    return moved(base, rotated(direction, rotationAbout(axis, angle)), distance);
 }
 
 std::unique_ptr<Ank_Ellipse> arcInItsPlane(const Ank_Ellipse& ellipse, double* matrix) {
@@ -79,7 +79,7 @@ std::unique_ptr<Ank_Ellipse> arcInItsPlane(const Ank_Ellipse& ellipse, double* m
     flattened->SetParameter(angleInPlane(start - center), angleInPlane(end - center));
     flattened->SetCenterPoint(toPoint32(center));
     flattened->SetCoordiantePnt(toPoint32(start), toPoint32(end));
-    flattened->SetNormal(toDirection32(normalOf(center, start, middle)));
+    flattened->SetNormal(toDirection32(orZero(normalOf(center, start, middle))));
     writeTo(matrix, plane.toModelMatrix());
     return flattened;
 }

@@ -7,8 +7,8 @@
 
 namespace dorvale {
 
-/// Unit normal of the plane through three points; zero where they lie on one line.
-Vec3 normalOf(Vec3 p0, Vec3 p1, Vec3 p2);
+/// Unit normal of the plane through three points, unless they lie on one line.
+std::optional<Vec3> normalOf(Vec3 p0, Vec3 p1, Vec3 p2);
 
 /// The point at a distance from `base` along a direction that is turned about an axis by an angle
 /// in radians, right-hand rule. Axis and direction count in single precision.

@@ -1,15 +1,12 @@
-// Points and vectors by value, and the kernel's routines on them. Where a routine has no result (a
-// vector without a length, say), the outcome here is a defined one: zero, unless the comment says
-// otherwise.
+// Points and vectors by value. Where there is no answer, as for the direction of a vector without a
+// length, a function says so by std::optional.
 #pragma once
 
-#include <array>
+#include <cmath>
+#include <numbers>
 #include <optional>
 
-#include <dorvale/datamanager.h>
-
-#include "kernel/geolib.h"
-#include "kernel/vector.h"
+#include "model/records.h"
 
 namespace dorvale {
 
@@ -21,6 +18,9 @@ struct Tolerances {
 
 inline constexpr Tolerances kTolerances{0.01, 0.00026};
 
+/// A vector no longer than this has no direction.
+inline constexpr double kZeroLength = 1e-10;
+
 /// A point or vector, in model or plane coordinates.
 struct Vec3 {
     double x = 0.0;
@@ -28,10 +28,9 @@ struct Vec3 {
     double z = 0.0;
 };
 
-using Coordinates = std::array<double, 3>;
+/// The answer; zeros where there is none.
+template <typename T> T orZero(const std::optional<T>& answer) { return answer.value_or(T{}); }
 
-inline Coordinates toArray(Vec3 v) { return {v.x, v.y, v.z}; }
-inline Vec3 fromArray(const Coordinates& c) { return {c[0], c[1], c[2]}; }
 inline Vec3 fromArray(const double* p) { return {p[0], p[1], p[2]}; }
 inline void writeTo(double* p, Vec3 v) {
     p[0] = v.x;
@@ -42,10 +41,10 @@ inline void writeTo(double* p, Vec3 v) {
 inline Vec3 widen(const ANK_PNT32& p) { return {p.x, p.y, p.z}; }
 inline Vec3 widen(const ANK_DIR32& d) { return {d.x, d.y, d.z}; }
 inline ANK_PNT32 toPoint32(Vec3 v) {
-    return {static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z)};
+    return point32(static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z));
 }
 inline ANK_DIR32 toDirection32(Vec3 v) {
-    return {static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z)};
+    return direction32(static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z));
 }
 
 inline Vec3 operator+(Vec3 a, Vec3 b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
@@ -61,84 +60,65 @@ inline Vec3 flat(Vec3 v) { return {v.x, v.y, 0.0}; }
 /// A quarter turn counter-clockwise in the plane.
 inline Vec3 quarterTurn(Vec3 v) { return {-v.y, v.x, 0.0}; }
 inline Vec3 midpoint(Vec3 a, Vec3 b) { return (a + b) * 0.5; }
+inline Vec3 moved(Vec3 from, Vec3 direction, double by) { return from + direction * by; }
 
-inline double dot(Vec3 a, Vec3 b) {
-    double product = 0.0;
-    CMathVector::zqvt02(3, toArray(a).data(), toArray(b).data(), &product);
-    return product;
-}
-
+inline double dot(Vec3 a, Vec3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 inline Vec3 cross(Vec3 a, Vec3 b) {
-    Coordinates out{};
-    CMathVector::zqvt03(toArray(a).data(), toArray(b).data(), out.data());
-    return fromArray(out);
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+inline double length(Vec3 v) { return std::sqrt(dot(v, v)); }
+inline double distance(Vec3 p, Vec3 q) { return length(p - q); }
+
+/// False also for a vector that is not finite.
+inline bool hasDirection(Vec3 v) {
+    const double squared = dot(v, v);
+    return squared > kZeroLength * kZeroLength && std::isfinite(squared);
 }
 
-/// A unit vector, where the vector has a length.
-inline std::optional<Vec3> tryUnit(Vec3 v) {
-    double length = 0.0;
-    Coordinates out{};
-    if (CMathVector::zqvt04(3, toArray(v).data(), &length, out.data()) != 0) {
+inline std::optional<Vec3> unit(Vec3 v) {
+    if (!hasDirection(v)) {
         return std::nullopt;
     }
-    return fromArray(out);
+    // Most directions of a part have their length; a root and three divisions would give them back.
+    return dot(v, v) == 1.0 ? v : v / length(v);
 }
 
-inline Vec3 unit(Vec3 v) { return tryUnit(v).value_or(Vec3{}); }
+/// The unit vector square to both, unless they are parallel.
+inline std::optional<Vec3> unitNormal(Vec3 a, Vec3 b) { return unit(cross(a, b)); }
 
-/// The unit vector square to both, where they are not parallel.
-inline std::optional<Vec3> tryUnitNormal(Vec3 a, Vec3 b) {
-    double length = 0.0;
-    Coordinates out{};
-    if (CMathVector::zqvt08(toArray(a).data(), toArray(b).data(), &length, out.data()) != 0) {
-        return std::nullopt;
-    }
-    return fromArray(out);
+/// Whether the angle between two legs, given by their squares, is larger than another angle.
+inline bool angleExceeds(double oppositeSquared, double adjacentSquared, double angle) {
+    // Up to 1 radian tan(angle) < 2 * angle, so that most cases need no arc tangent.
+    return (angle < 1.0 && oppositeSquared > 4.0 * angle * angle * adjacentSquared) ||
+           std::atan2(std::sqrt(oppositeSquared), std::sqrt(adjacentSquared)) > angle;
 }
 
-inline Vec3 unitNormal(Vec3 a, Vec3 b) { return tryUnitNormal(a, b).value_or(Vec3{}); }
-
-/// Neither parallel nor anti-parallel within an angle in radians.
+/// Neither parallel nor anti-parallel within an angle in radians; false where either has no length.
 inline bool independent(Vec3 a, Vec3 b, double angularTolerance) {
-    return CMathVector::zkvt00(3, toArray(a).data(), toArray(b).data(), angularTolerance) == 1;
+    const Vec3 square = cross(a, b);
+    const double shared = dot(a, b);
+    return hasDirection(a) && hasDirection(b) &&
+           angleExceeds(dot(square, square), shared * shared, angularTolerance);
 }
 
-/// The angle from a to b counter-clockwise about the normal, in radians, where both have a length.
-inline std::optional<double> angleAbout(Vec3 normal, Vec3 a, Vec3 b) {
-    double angle = 0.0;
-    if (CMathVector::zqvt13(toArray(a).data(), toArray(b).data(), toArray(normal).data(), &angle) !=
-        0) {
+/// The unsigned angle between two vectors, 0 to pi. Exactly 0 for equal directions, and as accurate
+/// near 0 and pi as in between.
+inline std::optional<double> angleBetween(Vec3 a, Vec3 b) {
+    if (!hasDirection(a) || !hasDirection(b)) {
         return std::nullopt;
     }
-    return angle;
+    return std::atan2(length(cross(a, b)), dot(a, b));
 }
 
-inline double distance(Vec3 p, Vec3 q) {
-    double length = 0.0;
-    CMathGeolib::znpp00(3, toArray(p).data(), toArray(q).data(), &length);
-    return length;
-}
-
-inline Vec3 moved(Vec3 from, Vec3 direction, double by) {
-    Coordinates out{};
-    CMathGeolib::movPnt(3, toArray(direction).data(), toArray(from).data(), by, out.data());
-    return fromArray(out);
-}
-
-/// Where a point stands beside a line.
-struct Foot {
-    Vec3 point;
-    double distance = 0.0;
-};
-
-/// The perpendicular from a point to the infinite line through a and b.
-inline Foot footOnLine(Vec3 p, Vec3 a, Vec3 b) {
-    Coordinates foot{};
-    double along = 0.0;
-    double away = 0.0;
-    CMathGeolib::zhpl01(3, toArray(p).data(), 3, toArray(a).data(), toArray(b).data(),
-                        kTolerances.distance, kTolerances.angle, foot.data(), &along, &away);
-    return {fromArray(foot), away};
+/// The angle from a to b counter-clockwise about the normal, 0 up to but without 2 pi.
+inline std::optional<double> angleAbout(Vec3 normal, Vec3 a, Vec3 b) {
+    const std::optional<double> between = angleBetween(a, b);
+    if (!between) {
+        return std::nullopt;
+    }
+    constexpr double turn = 2.0 * std::numbers::pi;
+    const double turned = dot(normal, cross(a, b)) < 0.0 ? turn - *between : *between;
+    return turned < turn ? turned : 0.0;
 }
 
 } // namespace dorvale

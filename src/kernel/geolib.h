@@ -1,24 +1,25 @@
 // Distances, perpendiculars, intersections, and the geometry of an angle dimension.
 #pragma once
 
-#include "kernel/triple.h"
+#include "kernel/arrays.h"
 
 namespace dorvale {
 
 /// Points are arrays of n doubles, n being 2 or 3. Each routine returns 0, or a non-zero status for
-/// input that has no result; it then writes nothing. tolDist is in model units, tolAng in radians.
+/// input that has no result; it then writes nothing. tolAng is in radians; tolDist, in model units,
+/// counts in zxln00 alone.
 class CMathGeolib {
 public:
     /// out = from + distance * direction; `out` may be `from`.
     static int movPnt(int n, const double* direction, const double* from, double distance,
                       double* out) {
-        store(n, along(load(n, from), load(n, direction), distance), out);
+        store(n, moved(load(n, from), load(n, direction), distance), out);
         return 0;
     }
 
     /// Distance of two points.
     static int znpp00(int n, const double* p, const double* q, double* distance) {
-        *distance = lengthOf(difference(load(n, p), load(n, q)));
+        *distance = dorvale::distance(load(n, p), load(n, q));
         return 0;
     }
 
@@ -42,10 +43,10 @@ public:
                       double* out);
     /// The geometry of an angle dimension in its plane; z is dropped. The angle is the one on whose
     /// side the text point lies, counter-clockwise from the first edge's ray to the second one's.
-    /// @param flag receives the extension lines asked for: 0 none, 1 the first, 2 the second, 3
-    /// both
+    /// @param flag receives the extension lines asked for: 0 none, 1 the first, 2 the second,
+    ///        3 both
     /// @param points receives 4 points: 2i and 2i + 1 are extension line i, the latter being arc
-    /// end i
+    ///        end i
     /// @param angle receives the angle in radians, 0 up to but without 2 pi
     /// @param vertex receives the arc's centre
     static int GetAngleDimData(const double (*edge1)[3], const double (*edge2)[3],

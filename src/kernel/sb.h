@@ -1,11 +1,11 @@
-// The display core's single-precision classes, as far as annotations need them. They compute in
-// double precision and round once, so that every platform gets the same result.
+// A point, a rotation, a line and a colour in single precision.
 #pragma once
 
 #include <array>
-#include <cmath>
+#include <cstddef>
 
-#include "kernel/triple.h"
+#include "geometry/lines.h"
+#include "geometry/single.h"
 
 namespace dorvale {
 
@@ -14,16 +14,15 @@ class SbVec3f {
 public:
     SbVec3f() = default;
     SbVec3f(float x, float y, float z) : v_{x, y, z} {}
-    explicit SbVec3f(const Triple& v)
-        : v_{static_cast<float>(v[0]), static_cast<float>(v[1]), static_cast<float>(v[2])} {}
+    explicit SbVec3f(Vec3 v)
+        : SbVec3f(static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z)) {}
 
     float operator[](std::size_t i) const { return v_[i]; }
-    Triple wide() const { return {v_[0], v_[1], v_[2]}; }
+    Vec3 wide() const { return {v_[0], v_[1], v_[2]}; }
 
     /// Whether two points coincide: their *squared* distance is at most `tolerance`.
     bool equals(const SbVec3f& other, float tolerance) const {
-        const Triple apart = difference(wide(), other.wide());
-        return dotOf(apart, apart) <= static_cast<double>(tolerance);
+        return coincide(wide(), other.wide(), tolerance);
     }
 
 private:
@@ -33,54 +32,33 @@ private:
 /// A rotation, held as a unit quaternion.
 class SbRotation {
 public:
-    SbRotation() = default;
-
     /// By an angle in radians about an axis through the origin, right-hand rule. An axis without a
     /// length gives the identity.
     void setValue(const SbVec3f& axis, float radians) {
-        const Triple a = axis.wide();
-        const double length = lengthOf(a);
-        const double half = 0.5 * static_cast<double>(radians);
-        const double factor = hasDirection(a) ? std::sin(half) / length : 0.0;
-        imaginary_ = scaled(a, factor);
-        real_ = hasDirection(a) ? std::cos(half) : 1.0;
+        rotation_ = rotationAbout(axis.wide(), radians);
     }
-
     void multVec(const SbVec3f& in, SbVec3f& out) const {
-        // v + 2 w (q x v) + 2 q x (q x v), Rodrigues' formula in quaternion form
-        const Triple v = in.wide();
-        const Triple once = crossOf(imaginary_, v);
-        const Triple twice = crossOf(imaginary_, once);
-        out = SbVec3f(along(along(v, once, 2.0 * real_), twice, 2.0));
+        out = SbVec3f(rotated(in.wide(), rotation_));
     }
 
 private:
-    Triple imaginary_{};
-    double real_ = 1.0;
+    Rotation rotation_;
 };
 
 /// An infinite line: a position and a unit direction.
 class SbLine {
 public:
-    SbLine() = default;
-
     void setValue(const SbVec3f& p0, const SbVec3f& p1) {
-        position_ = p0;
-        const Triple through = difference(p1.wide(), p0.wide());
-        const double length = lengthOf(through);
-        direction_ = hasDirection(through) ? SbVec3f(scaled(through, 1.0 / length)) : SbVec3f();
+        line_ = lineThrough(p0.wide(), p1.wide());
+        line_.direction = narrowed(line_.direction);
     }
-
     /// The foot of the perpendicular from a point.
     SbVec3f getClosestPoint(const SbVec3f& p) const {
-        const Triple from = position_.wide();
-        const Triple direction = direction_.wide();
-        return SbVec3f(along(from, direction, dotOf(difference(p.wide(), from), direction)));
+        return SbVec3f(footOnLine(p.wide(), line_).point);
     }
 
 private:
-    SbVec3f position_;
-    SbVec3f direction_;
+    Line line_;
 };
 
 /// A colour, each channel from 0 to 1.

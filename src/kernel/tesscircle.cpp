@@ -1,75 +1,10 @@
 #include "kernel/tesscircle.h"
 
 #include <algorithm>
-#include <cmath>
-#include <numbers>
 
-#include "kernel/wholepart.h"
+#include "geometry/drawnarc.h"
 
 namespace dorvale {
-
-namespace {
-
-/// The length of a straight leader's arrow; so an arrow on a long arc, which is as long as a chord,
-/// looks like it.
-constexpr double kChordLength = 3.36;
-constexpr int kFewestChords = 3;
-constexpr int kMostChords = 1000;
-
-int pointCount(double arcLength) {
-    return std::clamp(wholePart(arcLength / kChordLength + 0.5), kFewestChords, kMostChords) + 1;
-}
-
-} // namespace
-
-CircleFrame::CircleFrame(const Ank_Ellipse& arc) : center(arc.GetCenterPoint()) {
-    ANK_DIR32 unused;
-    arc.GetXYZDir(x, y, unused);
-    arc.GetRadius(radiusX, radiusY);
-}
-
-ANK_PNT32 CircleFrame::at(double parameter) const {
-    const double alongX = radiusX * std::cos(parameter);
-    const double alongY = radiusY * std::sin(parameter);
-    return {static_cast<float>(center.x + alongX * x.x + alongY * y.x),
-            static_cast<float>(center.y + alongX * x.y + alongY * y.y),
-            static_cast<float>(center.z + alongX * x.z + alongY * y.z)};
-}
-
-double CircleFrame::largerRadius() const { return std::max(radiusX, radiusY); }
-
-ANK_PNT32 CTessCircle::Drawn::point(int i) const {
-    return frame.at(count > 1 ? start + (end - start) * i / (count - 1) : start);
-}
-
-const Ank_Ellipse* CTessCircle::arcOf(const Ank_Leader* leader) {
-    if (leader == nullptr) {
-        return nullptr;
-    }
-    const std::vector<Ank_CurveEntity*> curves = leader->GetAllCurve();
-    if (curves.empty() || curves.front() == nullptr ||
-        curves.front()->GetCurveType() != ANK_CURVE_ARC) {
-        return nullptr;
-    }
-    return static_cast<const Ank_Ellipse*>(curves.front());
-}
-
-CTessCircle::Drawn CTessCircle::drawnPart(const Ank_Ellipse& arc) {
-    float first = 0.0F;
-    float second = 0.0F;
-    arc.GetParameter(first, second);
-    const double start = first;
-    double end = second;
-    constexpr double turn = 2.0 * std::numbers::pi;
-    // Counter-clockwise about a normal that points away from the viewer, the parameter falls.
-    if (arc.GetNormal().z < 0.0F) {
-        end -= end > start ? turn * std::ceil((end - start) / turn) : 0.0;
-    } else {
-        end += end < start ? turn * std::ceil((start - end) / turn) : 0.0;
-    }
-    const CircleFrame frame(arc);
-    return {frame, start, end, pointCount(frame.largerRadius() * std::abs(end - start))};
-}
 
 bool CTessCircle::GetCircleDrawData(std::vector<Ank_Leader*> leaders, std::vector<double>& starts,
                                     std::vector<double>& ends, double& value,
@@ -80,16 +15,14 @@ bool CTessCircle::GetCircleDrawData(std::vector<Ank_Leader*> leaders, std::vecto
     value = 0.0;
     bool anyArc = false;
     for (std::size_t i = 0; i < leaders.size(); ++i) {
-        const Ank_Ellipse* arc = arcOf(leaders[i]);
-        if (arc == nullptr) {
-            continue;
+        if (const Ank_Ellipse* arc = arcCurveOf(leaders[i])) {
+            const DrawnArc drawn = drawnArc(*arc);
+            starts[i] = drawn.start;
+            ends[i] = drawn.end;
+            counts[i] = drawn.count;
+            value = std::max(value, drawn.largerRadius());
+            anyArc = true;
         }
-        const Drawn drawn = drawnPart(*arc);
-        starts[i] = drawn.start;
-        ends[i] = drawn.end;
-        counts[i] = drawn.count;
-        value = std::max(value, drawn.frame.largerRadius());
-        anyArc = true;
     }
     return anyArc;
 }
@@ -100,8 +33,11 @@ bool CTessCircle::GetCircleDiscretization(const Ank_Ellipse* arc, double start, 
     if (arc == nullptr || count < 1) {
         return false;
     }
+    DrawnArc drawn = drawnArc(*arc);
+    drawn.start = start;
+    drawn.end = end;
+    drawn.count = count;
     points.reserve(points.size() + static_cast<std::size_t>(count));
-    const Drawn drawn{CircleFrame(*arc), start, end, count};
     for (int i = 0; i < count; ++i) {
         points.push_back(drawn.point(i));
     }
@@ -113,8 +49,8 @@ bool CTessCircle::GetCircleDiscretization(const Ank_Ellipse* arc, int count,
     if (arc == nullptr) {
         return false;
     }
-    const Drawn drawn = drawnPart(*arc);
-    return GetCircleDiscretization(arc, drawn.start, drawn.end, drawn.frame.largerRadius(),
+    const DrawnArc drawn = drawnArc(*arc);
+    return GetCircleDiscretization(arc, drawn.start, drawn.end, drawn.largerRadius(),
                                    count > 0 ? count : drawn.count, points);
 }
 

@@ -1,4 +1,4 @@
-// Tessellation of circular arcs, as far as the arrow heads of arc leaders need it.
+// Tessellation of circular arcs.
 #pragma once
 
 #include <vector>
@@ -7,44 +7,14 @@
 
 namespace dorvale {
 
-/// The points of an arc by their parameter.
-struct CircleFrame {
-    ANK_PNT32 center;
-    ANK_DIR32 x;
-    ANK_DIR32 y;
-    float radiusX = 0.0F;
-    float radiusY = 0.0F;
-
-    explicit CircleFrame(const Ank_Ellipse& arc);
-    ANK_PNT32 at(double parameter) const;
-    double largerRadius() const;
-};
-
 class CTessCircle {
 public:
-    /// A part of an arc as `count` points, spread evenly from the start to the end parameter.
-    struct Drawn {
-        CircleFrame frame;
-        double start = 0.0;
-        double end = 0.0;
-        int count = 0;
-
-        ANK_PNT32 point(int i) const;
-    };
-
-    /// The leader's curve if it is an arc, else null; so for a null leader.
-    static const Ank_Ellipse* arcOf(const Ank_Leader* leader);
-    /// From the arc's first parameter to its second one, which is brought by whole turns to the
-    /// side of the first that the arc's direction asks for; equal parameters stay equal. The points
-    /// are one more than the chords: one chord per 3.36 of length, at least 3 and at most 1000.
-    static Drawn drawnPart(const Ank_Ellipse& arc);
-
-    /// The drawn part of each leader's arc, zeros for a leader without one; `value` receives the
-    /// largest radius. False where no leader has an arc.
+    /// The drawn part of each leader's arc, from start to end angle, zeros for a leader without
+    /// one; `value` receives the largest radius. False where no leader has an arc.
     static bool GetCircleDrawData(std::vector<Ank_Leader*> leaders, std::vector<double>& starts,
                                   std::vector<double>& ends, double& value,
                                   std::vector<int>& counts);
-    /// Appends `count` points of the arc between two parameters.
+    /// Appends `count` points of the arc between two angles, spread evenly.
     static bool GetCircleDiscretization(const Ank_Ellipse* arc, double start, double end,
                                         double value, int count, std::vector<ANK_PNT32>& points);
     /// The whole arc; a count of 0 asks for the number of points of its drawn part.

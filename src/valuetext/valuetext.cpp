@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include "kernel/wholepart.h"
+#include "geometry/wholepart.h"
 
 namespace dorvale {
 

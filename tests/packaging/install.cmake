@@ -45,15 +45,38 @@ add_build_test(
     -DDORVALE_SOURCE=${PROJECT_SOURCE_DIR}
 )
 
-# Nothing but the one source that tells is compiled.
-add_test(NAME packaging.own_model
-         COMMAND
-             ${CMAKE_CTEST_COMMAND} --build-and-test
-             ${CMAKE_CURRENT_SOURCE_DIR}/consumer ${CMAKE_CURRENT_BINARY_DIR}/own_model
-             --build-generator ${CMAKE_GENERATOR} --build-target viewer
-             --build-options -DCMAKE_BUILD_TYPE=Debug ${toolchain}
-             -DDORVALE_SOURCE=${PROJECT_SOURCE_DIR} -DOWN_MODEL=ON
-)
+# The whole library against a model that is not its own: by both common generators, with and without
+# the optimiser.
+include(ProcessorCount)
+ProcessorCount(processors)
+function(add_own_model_test generator build_type)
+    string(TOLOWER ${build_type} name)
+    set(binary_dir ${CMAKE_CURRENT_BINARY_DIR}/own_model_${name})
+    add_test(NAME packaging.own_model.${name}
+             COMMAND
+                 ${CMAKE_CTEST_COMMAND} --build-and-test ${CMAKE_CURRENT_SOURCE_DIR}/own_model
+                 ${binary_dir} --build-generator ${generator} --build-noclean
+                 --build-options -DCMAKE_BUILD_TYPE=${build_type} ${toolchain}
+                 -DDORVALE_SOURCE=${PROJECT_SOURCE_DIR} -DDORVALE_STRICT=${DORVALE_STRICT}
+                 --test-command ${CMAKE_CROSSCOMPILING_EMULATOR}
+                 ${binary_dir}/viewer${CMAKE_EXECUTABLE_SUFFIX} --gtest_shuffle
+    )
+    set_tests_properties(
+        packaging.own_model.${name}
+        # Not the installed libraries: they are built against another model.
+        PROPERTIES PROCESSORS ${processors}
+                   ENVIRONMENT "MAKEFLAGS=-j${processors};WINEPATH=${CMAKE_RUNTIME_OUTPUT_DIRECTORY}"
+    )
+endfunction()
+find_program(DORVALE_NINJA ninja)
+find_program(DORVALE_MAKE make)
+mark_as_advanced(DORVALE_NINJA DORVALE_MAKE)
+if(DORVALE_NINJA)
+    add_own_model_test(Ninja Release)
+endif()
+if(DORVALE_MAKE)
+    add_own_model_test("Unix Makefiles" Debug)
+endif()
 
 add_test(NAME packaging.pkg_config
          COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/pkgconfig.sh

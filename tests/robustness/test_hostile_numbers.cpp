@@ -65,7 +65,8 @@ TEST_P(HostileNumbers, Mixed) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Every, HostileNumbers, testing::ValuesIn(calls().begin(), calls().end()),
+INSTANTIATE_TEST_SUITE_P(HostileNumbers, HostileNumbers,
+                         testing::ValuesIn(calls().begin(), calls().end()),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
 } // namespace

@@ -75,7 +75,8 @@ TEST_P(OutOfMemory, IsReportedAndLeavesEverythingSound) {
     std::cout << call.name << ": " << failures << " allocations failed\n";
 }
 
-INSTANTIATE_TEST_SUITE_P(Every, OutOfMemory, testing::ValuesIn(calls().begin(), calls().end()),
+INSTANTIATE_TEST_SUITE_P(OutOfMemory, OutOfMemory,
+                         testing::ValuesIn(calls().begin(), calls().end()),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
 } // namespace

@@ -1,9 +1,7 @@
-#include "kernel/matrix.h"
+#include "geometry/matrix.h"
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <cstring>
 
 namespace dorvale {
 
@@ -39,7 +37,8 @@ void setColumn(double (*inverse)[4], int column, const double* row, const Minors
 
 } // namespace
 
-int CMathMatrix::zqmx13(const double (*m)[4], double (*inverse)[4]) {
+std::optional<Matrix> inverse(const Matrix& matrix) {
+    const auto& m = matrix.m;
     const Minors upper = minorsOf(m[0], m[1]);
     const Minors lower = minorsOf(m[2], m[3]);
     const double det = determinant(upper, lower);
@@ -48,16 +47,15 @@ int CMathMatrix::zqmx13(const double (*m)[4], double (*inverse)[4]) {
     constexpr double kSingular = 1e-14;
     const double scale = largestOf(m[0]) * largestOf(m[1]) * largestOf(m[2]) * largestOf(m[3]);
     if (!(std::abs(det) > kSingular * scale)) {
-        return 1;
+        return std::nullopt;
     }
     const double factor = 1.0 / det;
-    double result[4][4];
-    setColumn(result, 0, m[1], lower, factor);
-    setColumn(result, 1, m[0], lower, -factor);
-    setColumn(result, 2, m[3], upper, factor);
-    setColumn(result, 3, m[2], upper, -factor);
-    std::memcpy(inverse, result, sizeof(result));
-    return 0;
+    Matrix result;
+    setColumn(result.m, 0, m[1], lower, factor);
+    setColumn(result.m, 1, m[0], lower, -factor);
+    setColumn(result.m, 2, m[3], upper, factor);
+    setColumn(result.m, 3, m[2], upper, -factor);
+    return result;
 }
 
 } // namespace dorvale

@@ -1,0 +1,37 @@
+// The records of the annotation model. Coordinates are known by their names, the elements of a
+// matrix and the corners of a box by their positions alone.
+#pragma once
+
+#include <array>
+#include <bit>
+
+#include <dorvale/datamanager.h>
+
+namespace dorvale {
+
+inline ANK_PNT32 point32(float x, float y, float z) {
+    ANK_PNT32 point{};
+    point.x = x;
+    point.y = y;
+    point.z = z;
+    return point;
+}
+
+inline ANK_DIR32 direction32(float x, float y, float z) {
+    ANK_DIR32 direction{};
+    direction.x = x;
+    direction.y = y;
+    direction.z = z;
+    return direction;
+}
+
+/// @param elements row by row
+inline ANK_MTX32 matrix32(const std::array<float, 16>& elements) {
+    return std::bit_cast<ANK_MTX32>(elements);
+}
+
+inline ANK_BOX32 box32(const ANK_PNT32& first, const ANK_PNT32& second) {
+    return std::bit_cast<ANK_BOX32>(std::array{first, second});
+}
+
+} // namespace dorvale
