@@ -61,8 +61,34 @@ void pointTo(const Feature& feature, Geometry& note) {
     }
 }
 
-bool isFinite(const Vec3& v) {
-    return std::isfinite(v[0]) && std::isfinite(v[1]) && std::isfinite(v[2]);
+/// Past this, in millimetres, there is nothing to draw.
+constexpr double kFarthest = 1e8;
+
+bool canBeDrawn(const Vec3& v) {
+    return std::abs(v[0]) < kFarthest && std::abs(v[1]) < kFarthest && std::abs(v[2]) < kFarthest;
+}
+
+bool canBeDrawn(const Geometry& geometry) {
+    const auto shown = [](const Vec3& v) { return canBeDrawn(v); };
+    const auto sideShown = [&](const Side& side) {
+        return shown(side.point) && shown(side.axis) &&
+               std::all_of(side.reach.begin(), side.reach.end(), shown);
+    };
+    const auto circleShown = [&](const Circle& circle) {
+        return shown(circle.centre) && shown(circle.axis) && shown(circle.start) &&
+               shown(circle.end) && circle.radius > 0 && circle.radius < kFarthest;
+    };
+    const Corner& corner = geometry.corner;
+    const auto rangeShown = [&](const Range& range) {
+        return shown({range.low, range.high, 0});
+    };
+    return shown(geometry.direction) &&
+           std::all_of(std::begin(geometry.sides), std::end(geometry.sides), sideShown) &&
+           std::all_of(geometry.circles.begin(), geometry.circles.end(), circleShown) &&
+           shown(corner.vertex) && shown(corner.normal) && shown(corner.directions[0]) &&
+           shown(corner.directions[1]) && shown(corner.axis) &&
+           std::all_of(std::begin(corner.ranges), std::end(corner.ranges), rangeShown) &&
+           shown(geometry.targetNormal) && (!geometry.target || shown(*geometry.target));
 }
 
 /// Makes a note of what was to be drawn. What it adds to the text stands in brackets.
@@ -75,8 +101,10 @@ void makeNote(const Dimension& dimension, std::string reason, const std::string&
     outcome.geometry = Geometry();
     outcome.geometry.measured = measured;
     pointTo(dimension.first.empty() ? dimension.second : dimension.first, outcome.geometry);
-    if (outcome.geometry.target && !isFinite(*outcome.geometry.target))
-        outcome.geometry.target.reset();
+    if (!canBeDrawn(outcome.geometry)) {
+        outcome.geometry = Geometry();
+        outcome.geometry.measured = measured;
+    }
 }
 
 } // namespace
@@ -109,8 +137,10 @@ Outcome derive(const Dimension& dimension, const Model& model) {
     else if (outcome.geometry.shown == Shown::Note)
         makeNote(dimension, "there is no rule for a " + dimension.name + " of what it names", "",
                  outcome);
-    else if (!agrees(dimension, *outcome.geometry.measured))
-        contradict(dimension, *outcome.geometry.measured, outcome);
+    else if (!agrees(dimension, outcome.geometry.measured.value_or(0)))
+        contradict(dimension, outcome.geometry.measured.value_or(0), outcome);
+    else if (!canBeDrawn(outcome.geometry))
+        makeNote(dimension, "what it names lies too far out to be drawn", "", outcome);
     return outcome;
 }
 

@@ -41,9 +41,20 @@ bool isOnArc(const Geometry& geometry) {
     return geometry.shown == Shown::Angle || geometry.shown == Shown::ArcLength;
 }
 
+/// A part that reaches beyond what a scene can hold is not looked at.
+std::vector<Vec3> drawable(const std::vector<Vec3>& hull) {
+    constexpr double kFarthest = 1e8;
+    std::vector<Vec3> points;
+    for (const Vec3& p : hull)
+        if (std::abs(p[0]) < kFarthest && std::abs(p[1]) < kFarthest && std::abs(p[2]) < kFarthest)
+            points.push_back(p);
+    return points;
+}
+
 } // namespace
 
-std::vector<Sheet> place(const std::vector<Outcome>& outcomes, const std::vector<Vec3>& hull) {
+std::vector<Sheet> place(const std::vector<Outcome>& outcomes, const std::vector<Vec3>& points) {
+    const std::vector<Vec3> hull = drawable(points);
     const ViewPlan plan = planViews(outcomes, hull);
     std::vector<Sheet> sheets;
     for (std::size_t view = 0; view < plan.views.size(); ++view) {

@@ -3,7 +3,6 @@
 #include <fstream>
 #include <iterator>
 
-#include <BRepLib.hxx>
 #include <Message.hxx>
 #include <Message_Messenger.hxx>
 #include <Message_PrinterOStream.hxx>
@@ -19,13 +18,11 @@
 
 #include "host/step/dimensions.h"
 #include "host/step/hidden.h"
+#include "host/step/smooth.h"
 #include "host/step/values.h"
 
 namespace host::step {
 namespace {
-
-/// Faces whose normals differ by less, in radians, run into each other.
-constexpr double kSmooth = 1e-3;
 
 std::vector<WrappedList> wrappedListsOf(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
@@ -81,8 +78,7 @@ Part::Part(const std::filesystem::path& file) : content_(std::make_unique<Conten
         content_->shape = reader.OneShape();
         if (content_->shape.IsNull())
             throw StepError("holds no part that can be read");
-        // Where one face runs into the next smoothly, a picture has no line.
-        BRepLib::EncodeRegularity(content_->shape, kSmooth);
+        markSmoothEdges(content_->shape);
         const Places places(content_->shape);
         const Source source{reader.StepModel(), reader.WS()->TransferReader()->TransientProcess(),
                             wrappedListsOf(file)};

@@ -40,6 +40,17 @@ ordered_json viewMatrix(const View& view) {
     return matrix;
 }
 
+bool canStandInScene(const Edge& edge) {
+    constexpr double kFarthest = 1e8;
+    const auto isNear = [](const Vec3& p) {
+        return std::abs(p[0]) < kFarthest && std::abs(p[1]) < kFarthest &&
+               std::abs(p[2]) < kFarthest;
+    };
+    return isNear(edge.start) && isNear(edge.end) &&
+           (edge.kind != CurveKind::Circle ||
+            (isNear(edge.centre) && edge.radius > 0 && edge.radius < kFarthest));
+}
+
 ordered_json edge(const PictureEdge& drawn) {
     const Edge& shape = drawn.edge;
     ordered_json json =
@@ -151,7 +162,8 @@ ordered_json sceneOf(const Sheet& sheet, const Picture& picture, const Model& mo
         {"arrow", "fit"}, {"gap", number(kTextGap * sheet.textHeight)}, {"readable", true}};
     scene["edges"] = ordered_json::array();
     for (const PictureEdge& drawn : picture.edges)
-        scene["edges"].push_back(edge(drawn));
+        if (canStandInScene(drawn.edge))
+            scene["edges"].push_back(edge(drawn));
     scene["annotations"] = ordered_json::array();
     for (const Annotation& annotation : sheet.annotations)
         scene["annotations"].push_back(annotationOf(annotation, sheet, model));
