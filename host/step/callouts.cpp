@@ -86,7 +86,9 @@ private:
     std::vector<Slot> slots() const {
         std::vector<Slot> all;
         const double gap = kColumnGap * height_;
-        const double step = 0.55 * height_;
+        constexpr double kMostSteps = 300;
+        const double size = std::max(across_.size(), upwards_.size());
+        const double step = std::max(0.55 * height_, size / kMostSteps);
         for (int row = 0; row < kRows; ++row) {
             const double out = row * kRowPitch * height_;
             for (double v = upwards_.low - 6 * height_; v < upwards_.high + 8 * height_; v += step) {
