@@ -15,11 +15,16 @@ double takeNumber(Input& in) {
     constexpr double kPlain[] = {0, 1, -1, 0.5, 10, 25.4, 100, 12.7};
     const auto kind = in.take<std::uint8_t>();
     switch (kind % 32) {
-    case 0: return in.take<double>();
-    case 1: return 1e300;
-    case 2: return -1e9;
-    case 3: return 1e-12;
-    default: return kPlain[kind % std::size(kPlain)] + static_cast<double>(kind / 64);
+    case 0:
+        return in.take<double>();
+    case 1:
+        return 1e300;
+    case 2:
+        return -1e9;
+    case 3:
+        return 1e-12;
+    default:
+        return kPlain[kind % std::size(kPlain)] + static_cast<double>(kind / 64);
     }
 }
 
@@ -100,7 +105,7 @@ std::optional<double> takeOptional(Input& in) {
 }
 
 Dimension takeDimension(Input& in) {
-    constexpr const char* kNames[] = {"linear distance", "diameter",  "radius",
+    constexpr const char* kNames[] = {"linear distance", "diameter",     "radius",
                                       "thickness",       "curve length", "spherical radius"};
     Dimension dimension;
     dimension.entity = in.take<std::uint8_t>();

@@ -36,8 +36,9 @@ Trace traceOf(const Element& element, const Vec3& normal, const Vec3& origin) {
 /// Where two lines of one plane cross.
 std::optional<Vec3> crossing(const Trace& a, const Trace& b, const Vec3& normal) {
     const double sine = dot(normal, cross(a.direction, b.direction));
-    if (std::abs(sine) < 1e-9)
+    if (std::abs(sine) < 1e-9) {
         return std::nullopt;
+    }
     const double along = dot(normal, cross(b.point - a.point, b.direction)) / sine;
     return a.point + along * a.direction;
 }
@@ -50,8 +51,9 @@ double degreesBetween(const Vec3& a, const Vec3& b) {
 Vec3 planeOf(const Element& a, const Element& b) {
     const bool aIsPlane = a.kind == ElementKind::Plane;
     const bool bIsPlane = b.kind == ElementKind::Plane;
-    if (aIsPlane == bIsPlane)
+    if (aIsPlane == bIsPlane) {
         return unit(cross(a.direction, b.direction));
+    }
     // Through the line and the plane's normal.
     return unit(cross(aIsPlane ? a.direction : b.direction, aIsPlane ? b.direction : a.direction));
 }
@@ -65,16 +67,18 @@ Range turned(const Range& range, double sign) {
 
 std::optional<Geometry> between(const Dimension& dimension, const Element& a, const Element& b) {
     const Vec3 normal = planeOf(a, b);
-    if (a.kind == ElementKind::Point || b.kind == ElementKind::Point || !(norm(normal) > 0.5))
+    if (a.kind == ElementKind::Point || b.kind == ElementKind::Point || !(norm(normal) > 0.5)) {
         return std::nullopt;
+    }
     std::vector<Vec3> all = a.reach;
     all.insert(all.end(), b.reach.begin(), b.reach.end());
     const double depth = rangeAlong(all, normal).high;
     const Vec3 origin = a.point + (depth - dot(a.point, normal)) * normal;
     const Trace traces[] = {traceOf(a, normal, origin), traceOf(b, normal, origin)};
     const auto vertex = crossing(traces[0], traces[1], normal);
-    if (!vertex)
+    if (!vertex) {
         return std::nullopt;
+    }
     Geometry geometry;
     geometry.shown = Shown::Angle;
     geometry.corner.vertex = *vertex;
@@ -100,16 +104,18 @@ std::optional<Geometry> between(const Dimension& dimension, const Element& a, co
     set(1);
     if (!agrees(dimension, *geometry.measured)) {
         set(-1);
-        if (!agrees(dimension, *geometry.measured))
+        if (!agrees(dimension, *geometry.measured)) {
             set(1);
+        }
     }
     return geometry;
 }
 
 /// The whole angle of a cone between two of its generators, or half of it between one and the axis.
 std::optional<Geometry> ofCone(const Dimension& dimension, const Face& cone) {
-    if (std::abs(cone.halfAngle) < 1e-9 || cone.points.empty())
+    if (std::abs(cone.halfAngle) < 1e-9 || cone.points.empty()) {
         return std::nullopt;
+    }
     const double widening = cone.halfAngle > 0 ? 1 : -1;
     const Vec3 axis = widening * cone.axis;
     const double half = std::abs(cone.halfAngle);
@@ -134,9 +140,10 @@ std::optional<Geometry> ofCone(const Dimension& dimension, const Face& cone) {
 /// Takes a geometry where it is the first one, or the first one that agrees.
 void keepBetter(const Dimension& dimension, std::optional<Geometry> found,
                 std::optional<Geometry>& best) {
-    if (found && (!best || (!agrees(dimension, *best->measured) &&
-                            agrees(dimension, *found->measured))))
+    if (found &&
+        (!best || (!agrees(dimension, *best->measured) && agrees(dimension, *found->measured)))) {
         best = std::move(found);
+    }
 }
 
 } // namespace
@@ -148,21 +155,27 @@ std::optional<Geometry> deriveAngle(const Dimension& dimension) {
     second.resize(std::min(second.size(), kMostElements));
     std::optional<Geometry> best;
     const bool isSize = second.empty();
-    if (isSize)
-        for (const Face& face : dimension.first.faces)
-            if (face.kind == SurfaceKind::Cone)
+    if (isSize) {
+        for (const Face& face : dimension.first.faces) {
+            if (face.kind == SurfaceKind::Cone) {
                 keepBetter(dimension, ofCone(dimension, face), best);
+            }
+        }
+    }
     for (std::size_t i = 0; i < first.size(); ++i) {
-        if (best && agrees(dimension, *best->measured))
+        if (best && agrees(dimension, *best->measured)) {
             break;
-        for (std::size_t j = isSize ? i + 1 : 0; j < (isSize ? first : second).size(); ++j)
+        }
+        for (std::size_t j = isSize ? i + 1 : 0; j < (isSize ? first : second).size(); ++j) {
             keepBetter(dimension, between(dimension, first[i], (isSize ? first : second)[j]), best);
+        }
     }
     if (best && isSize && best->corner.turnsAbout) {
         int cones = 0;
         std::vector<Element> axes = elementsOf(dimension.first);
-        for (const Element& axis : axes)
+        for (const Element& axis : axes) {
             cones += axis.kind == ElementKind::Axis ? 1 : 0;
+        }
         best->places = std::max(1, cones);
     }
     return best;

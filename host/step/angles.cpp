@@ -12,9 +12,10 @@ constexpr int kMostTrials = 1000;
 void turnIntoView(Corner& corner, const View& view) {
     const Vec3 aside = unit(cross(view.towardsViewer, corner.axis));
     corner.normal = view.towardsViewer;
-    for (const std::size_t i : {0U, 1U})
+    for (const std::size_t i : {0U, 1U}) {
         corner.directions[i] =
             std::cos(corner.turns[i]) * corner.axis + std::sin(corner.turns[i]) * aside;
+    }
 }
 
 struct AngleTrial {
@@ -28,10 +29,11 @@ struct AngleTrial {
 class ArcPlacer {
 public:
     ArcPlacer(Sheet& sheet, const Item& item) : sheet_(sheet), item_(item) {
-        if (item.outcome->geometry.shown == Shown::ArcLength)
+        if (item.outcome->geometry.shown == Shown::ArcLength) {
             takeArc(item.outcome->geometry.circles.front());
-        else
+        } else {
             takeCorner(item.outcome->geometry.corner);
+        }
         vertex_ = sheet.view.onPaper(corner_.vertex);
     }
 
@@ -51,8 +53,9 @@ public:
 private:
     void takeCorner(const Corner& corner) {
         corner_ = corner;
-        if (corner_.turnsAbout)
+        if (corner_.turnsAbout) {
             turnIntoView(corner_, sheet_.view);
+        }
         ahead_ = unit(corner_.directions[0] + corner_.directions[1]);
     }
 
@@ -65,8 +68,9 @@ private:
         const double sweep = sweepTo(circle.end - circle.centre, x, y);
         corner_.directions[0] = x;
         corner_.directions[1] = unit(circle.end - circle.centre);
-        for (Range& range : corner_.ranges)
+        for (Range& range : corner_.ranges) {
             range = {circle.radius, circle.radius};
+        }
         ahead_ = std::cos(sweep / 2) * x + std::sin(sweep / 2) * y;
     }
 
@@ -93,13 +97,15 @@ private:
         const double step = 0.5 * sheet_.textHeight;
         const double least = 5 * sheet_.textHeight;
         double sides = 0;
-        for (const Range& range : corner_.ranges)
+        for (const Range& range : corner_.ranges) {
             sides += std::max(visibleRange(range).middle(), 0.0) / 2;
+        }
         for (int i = 0; i < kMostTrials; ++i) {
             for (const double sign : {1.0, -1.0}) {
                 const AngleTrial trial{sides + sign * i * step, direction, i * step};
-                if (trial.radius >= least && fits(trial))
+                if (trial.radius >= least && fits(trial)) {
                     return trial;
+                }
             }
         }
         return {sides + kMostTrials * step, direction, kMostTrials * step};
@@ -139,8 +145,9 @@ private:
             const double angle = from + turn * i / kChords;
             return vertex_ + trial.radius * Vec2{std::cos(angle), std::sin(angle)};
         };
-        for (int i = 0; i < kChords; ++i)
+        for (int i = 0; i < kChords; ++i) {
             sheet_.lines.push_back({at(i), at(i + 1)});
+        }
     }
 
     /// Of a side that lies behind the vertex nothing is in front of it: a stub stands for it.
@@ -161,8 +168,9 @@ private:
 } // namespace
 
 void placeAngles(Sheet& sheet, const std::vector<Item>& items) {
-    for (const Item& item : items)
+    for (const Item& item : items) {
         ArcPlacer(sheet, item).place();
+    }
 }
 
 } // namespace host::step

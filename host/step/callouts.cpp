@@ -52,8 +52,9 @@ public:
         Slot slot;
         for (const Anchor& candidate : anchorsOf(item)) {
             for (const Slot& at : slots()) {
-                if (!isOpen(candidate, at.end) || !sheet_.isFree(plate(item, candidate, at)))
+                if (!isOpen(candidate, at.end) || !sheet_.isFree(plate(item, candidate, at))) {
                     continue;
+                }
                 const double price = cost(item, candidate, at);
                 if (price < least) {
                     least = price;
@@ -62,8 +63,9 @@ public:
                 }
             }
         }
-        if (!(least < HUGE_VAL))
+        if (!(least < HUGE_VAL)) {
             lastResort(item, anchor, slot);
+        }
         add(item, anchor, slot);
     }
 
@@ -72,12 +74,15 @@ private:
         constexpr std::size_t kMost = 12;
         const Geometry& geometry = item.outcome->geometry;
         std::vector<Anchor> anchors;
-        if (geometry.shown == Shown::Note)
+        if (geometry.shown == Shown::Note) {
             return {{sheet_.view.onPaper(*geometry.target), 0, nullptr}};
-        for (const Circle& circle : geometry.circles)
+        }
+        for (const Circle& circle : geometry.circles) {
             if (anchors.size() < kMost &&
-                (circle.anyAxis || parallel(circle.axis, sheet_.view.towardsViewer)))
+                (circle.anyAxis || parallel(circle.axis, sheet_.view.towardsViewer))) {
                 anchors.push_back({sheet_.view.onPaper(circle.centre), circle.radius, &circle});
+            }
+        }
         return anchors;
     }
 
@@ -91,9 +96,11 @@ private:
         const double step = std::max(0.55 * height_, size / kMostSteps);
         for (int row = 0; row < kRows; ++row) {
             const double out = row * kRowPitch * height_;
-            for (double v = upwards_.low - 6 * height_; v < upwards_.high + 8 * height_; v += step) {
-                if (row > 0)
+            for (double v = upwards_.low - 6 * height_; v < upwards_.high + 8 * height_;
+                 v += step) {
+                if (row > 0) {
                     break;
+                }
                 all.push_back({Place::Right, {across_.high + gap, v}, row});
                 all.push_back({Place::Left, {across_.low - gap, v}, row});
             }
@@ -131,13 +138,16 @@ private:
 
     /// Whether a leader from the text to the circle's centre meets the arc that is there.
     bool isOpen(const Anchor& anchor, Vec2 text) const {
-        if (anchor.circle == nullptr)
+        if (anchor.circle == nullptr) {
             return true;
+        }
         const Circle& circle = *anchor.circle;
-        if (length(text - anchor.centre) < 1.2 * anchor.radius)
+        if (length(text - anchor.centre) < 1.2 * anchor.radius) {
             return false;
-        if (circle.anyAxis || norm(circle.start - circle.end) < 1e-9)
+        }
+        if (circle.anyAxis || norm(circle.start - circle.end) < 1e-9) {
             return true;
+        }
         const Vec3 way = sheet_.view.inModel(text - anchor.centre, 0);
         const Vec3 x = circle.start - circle.centre;
         const Vec3 y = host::cross(circle.axis, x);
@@ -161,41 +171,51 @@ private:
     double cost(const Item& item, const Anchor& anchor, const Slot& slot) const {
         const PaperLine line = leader(anchor, slot.end);
         double price = length(line.end - line.start) / height_;
-        if (slot.place != preferred(anchor))
+        if (slot.place != preferred(anchor)) {
             price += slot.place == Place::Right || slot.place == Place::Above ? kOtherSide
                                                                               : kUnusualSide;
+        }
         price += kBehindRow * slot.row;
         const Vec2 way = line.end - line.start;
         const double slope = std::abs(way.y) / (std::abs(way.x) + 1e-9 * height_);
-        if (slope < 0.12 || slope > 8)
+        if (slope < 0.12 || slope > 8) {
             price += kLevel;
+        }
         const auto meets = [&](const Plate& text) { return text.meets(line.start, line.end); };
-        price += kCrossesText *
-                 static_cast<double>(std::count_if(sheet_.texts.begin(), sheet_.texts.end(), meets));
-        for (const PaperLine& other : leaders_)
+        price += kCrossesText * static_cast<double>(
+                                    std::count_if(sheet_.texts.begin(), sheet_.texts.end(), meets));
+        for (const PaperLine& other : leaders_) {
             price += crossing(other, line) ? kCrossesLeader : 0;
-        for (const PaperLine& other : sheet_.lines)
+        }
+        for (const PaperLine& other : sheet_.lines) {
             price += crossing(other, line) ? kCrossesLine : 0;
+        }
         // Nor may a text stand on lines.
         const Plate own = plate(item, anchor, slot);
         using Lines = const std::vector<PaperLine>*;
-        for (const Lines list : {Lines(&sheet_.lines), Lines(&sheet_.extensions), Lines(&leaders_)})
-            for (const PaperLine& other : *list)
+        for (const Lines list :
+             {Lines(&sheet_.lines), Lines(&sheet_.extensions), Lines(&leaders_)}) {
+            for (const PaperLine& other : *list) {
                 price += own.meets(other.start, other.end) ? kCrossesText : 0;
+            }
+        }
         return price;
     }
 
     /// Further and further out above everything: there it is free.
     void lastResort(const Item& item, Anchor& anchor, Slot& slot) const {
         const std::vector<Anchor> anchors = anchorsOf(item);
-        if (!anchors.empty())
+        if (!anchors.empty()) {
             anchor = anchors.front();
+        }
         for (int row = 0; row < kMoreRows; ++row) {
-            slot = {Place::Above,
-                    {across_.low, upwards_.high + (kColumnGap + (kRows + row) * kRowPitch) * height_},
-                    row};
-            if (sheet_.isFree(plate(item, anchor, slot)))
+            slot = {
+                Place::Above,
+                {across_.low, upwards_.high + (kColumnGap + (kRows + row) * kRowPitch) * height_},
+                row};
+            if (sheet_.isFree(plate(item, anchor, slot))) {
                 return;
+            }
         }
     }
 
@@ -209,14 +229,16 @@ private:
         annotation.dimension = item.dimension;
         annotation.shown = geometry.shown;
         annotation.text = item.outcome->text;
-        if (isNote(item))
+        if (isNote(item)) {
             annotation.text = {oneLine(item.outcome->text)};
+        }
         annotation.boxed = item.outcome->boxed;
         double depth = sheet_.depth;
         if (anchor.circle != nullptr) {
             annotation.circle = *anchor.circle;
-            if (annotation.circle.anyAxis)
+            if (annotation.circle.anyAxis) {
                 turnToViewer(annotation.circle);
+            }
             depth = dot(annotation.circle.centre, sheet_.view.towardsViewer);
         } else if (geometry.target) {
             annotation.target = geometry.target;
@@ -242,8 +264,9 @@ private:
 
 void placeCallouts(Sheet& sheet, const std::vector<Item>& items) {
     CalloutPlacer placer(sheet);
-    for (const Item& item : items)
+    for (const Item& item : items) {
         placer.place(item);
+    }
 }
 
 } // namespace host::step

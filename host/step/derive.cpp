@@ -21,8 +21,9 @@ bool namesCurves(const Dimension& dimension) {
 }
 
 std::string withoutFace(const Dimension& dimension) {
-    if (namesCurves(dimension))
+    if (namesCurves(dimension)) {
         return "it names curves without a face, as a cosmetic thread does";
+    }
     const std::vector<std::string>& others = dimension.first.others;
     return others.empty() ? "it names no face and no edge"
                           : "it names no face and no edge, only " + others.front();
@@ -34,14 +35,19 @@ bool isAngular(const Dimension& dimension) {
 }
 
 std::optional<Geometry> geometryOf(const Dimension& dimension, const Model& model) {
-    if (isAngular(dimension))
+    if (isAngular(dimension)) {
         return deriveAngle(dimension);
-    if (dimension.name.find("curve") != std::string::npos)
-        if (auto arc = deriveArcLength(dimension))
+    }
+    if (dimension.name.find("curve") != std::string::npos) {
+        if (auto arc = deriveArcLength(dimension)) {
             return arc;
-    if (dimension.kind == DimensionKind::Size)
-        if (auto round = deriveRound(dimension))
+        }
+    }
+    if (dimension.kind == DimensionKind::Size) {
+        if (auto round = deriveRound(dimension)) {
             return round;
+        }
+    }
     return deriveDistance(dimension, model);
 }
 
@@ -49,10 +55,13 @@ std::optional<Geometry> geometryOf(const Dimension& dimension, const Model& mode
 void pointTo(const Feature& feature, Geometry& note) {
     if (!feature.faces.empty()) {
         const Face& face = feature.faces.front();
-        if (!face.points.empty())
-            note.target = face.kind == SurfaceKind::Plane ? middleOf(face.points) : face.points.front();
-        if (face.kind == SurfaceKind::Plane)
+        if (!face.points.empty()) {
+            note.target =
+                face.kind == SurfaceKind::Plane ? middleOf(face.points) : face.points.front();
+        }
+        if (face.kind == SurfaceKind::Plane) {
             note.targetNormal = face.axis;
+        }
     } else if (!feature.edges.empty() && !feature.edges.front().points.empty()) {
         const std::vector<Vec3>& points = feature.edges.front().points;
         note.target = points[points.size() / 2];
@@ -79,9 +88,7 @@ bool canBeDrawn(const Geometry& geometry) {
                shown(circle.end) && circle.radius > 0 && circle.radius < kFarthest;
     };
     const Corner& corner = geometry.corner;
-    const auto rangeShown = [&](const Range& range) {
-        return shown({range.low, range.high, 0});
-    };
+    const auto rangeShown = [&](const Range& range) { return shown({range.low, range.high, 0}); };
     return shown(geometry.direction) &&
            std::all_of(std::begin(geometry.sides), std::end(geometry.sides), sideShown) &&
            std::all_of(geometry.circles.begin(), geometry.circles.end(), circleShown) &&
@@ -128,19 +135,21 @@ Outcome derive(const Dimension& dimension, const Model& model) {
     }
     outcome.boxed = dimension.modifier == Modifier::Basic;
     outcome.fate = Fate::Drawn;
-    if (auto geometry = geometryOf(dimension, model))
+    if (auto geometry = geometryOf(dimension, model)) {
         outcome.geometry = std::move(*geometry);
+    }
     outcome.text = valueText(dimension, outcome.geometry.places);
-    if (dimension.first.empty() && dimension.second.empty())
+    if (dimension.first.empty() && dimension.second.empty()) {
         makeNote(dimension, withoutFace(dimension),
                  namesCurves(dimension) ? "cosmetic thread" : dimension.name, outcome);
-    else if (outcome.geometry.shown == Shown::Note)
+    } else if (outcome.geometry.shown == Shown::Note) {
         makeNote(dimension, "there is no rule for a " + dimension.name + " of what it names", "",
                  outcome);
-    else if (!agrees(dimension, outcome.geometry.measured.value_or(0)))
+    } else if (!agrees(dimension, outcome.geometry.measured.value_or(0))) {
         contradict(dimension, outcome.geometry.measured.value_or(0), outcome);
-    else if (!canBeDrawn(outcome.geometry))
+    } else if (!canBeDrawn(outcome.geometry)) {
         makeNote(dimension, "what it names lies too far out to be drawn", "", outcome);
+    }
     return outcome;
 }
 

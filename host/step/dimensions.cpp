@@ -43,8 +43,7 @@ std::string kindOf(const Entity& entity) {
 
 class DimensionReader {
 public:
-    DimensionReader(const Source& source, const Places& places)
-        : source_(source), places_(places) {
+    DimensionReader(const Source& source, const Places& places) : source_(source), places_(places) {
         collect();
     }
 
@@ -83,30 +82,35 @@ void DimensionReader::collect() {
         } else if (const auto relation = Handle(StepRepr_ShapeAspectRelationship)::DownCast(entity);
                    !relation.IsNull()) {
             if (!relation->RelatingShapeAspect().IsNull() &&
-                !relation->RelatedShapeAspect().IsNull())
+                !relation->RelatedShapeAspect().IsNull()) {
                 components_[numberOf(relation->RelatingShapeAspect())].push_back(
                     relation->RelatedShapeAspect());
+            }
         } else if (const auto characteristic =
                        Handle(StepShape_DimensionalCharacteristicRepresentation)::DownCast(entity);
                    !characteristic.IsNull()) {
-            if (!characteristic->Dimension().IsNull())
+            if (!characteristic->Dimension().IsNull()) {
                 representations_[numberOf(characteristic->Dimension().Value())].push_back(
                     characteristic->Representation());
+            }
         } else if (const auto tolerance = Handle(StepShape_PlusMinusTolerance)::DownCast(entity);
                    !tolerance.IsNull()) {
-            if (!tolerance->TolerancedDimension().IsNull())
+            if (!tolerance->TolerancedDimension().IsNull()) {
                 tolerances_[numberOf(tolerance->TolerancedDimension().Value())].push_back(
                     tolerance);
+            }
         } else if (const auto usage =
                        Handle(StepAP242_ItemIdentifiedRepresentationUsage)::DownCast(entity);
                    !usage.IsNull()) {
             // What draws an aspect is no part of it.
             if (usage->Definition().IsNull() ||
-                entity->IsKind(STANDARD_TYPE(StepAP242_DraughtingModelItemAssociation)))
+                entity->IsKind(STANDARD_TYPE(StepAP242_DraughtingModelItemAssociation))) {
                 continue;
-            for (int item = 1; item <= usage->NbIdentifiedItem(); ++item)
+            }
+            for (int item = 1; item <= usage->NbIdentifiedItem(); ++item) {
                 items_[numberOf(usage->Definition().Value())].push_back(
                     usage->IdentifiedItemValue(item));
+            }
         }
     }
     for (const WrappedList& list : source_.wrapped) {
@@ -144,59 +148,74 @@ std::vector<Dimension> DimensionReader::all() const {
 
 void DimensionReader::readValue(const Entity& entity, Dimension& dimension) const {
     const int number = numberOf(entity);
-    if (const auto found = representations_.find(number); found != representations_.end())
-        for (const Entity& representation : found->second)
+    if (const auto found = representations_.find(number); found != representations_.end()) {
+        for (const Entity& representation : found->second) {
             readItems(representation, dimension);
+        }
+    }
     settleLimits(dimension);
     readTolerance(entity, dimension);
 }
 
 void DimensionReader::readItems(const Entity& representation, Dimension& dimension) const {
     const auto shown = Handle(StepShape_ShapeDimensionRepresentation)::DownCast(representation);
-    if (shown.IsNull())
+    if (shown.IsNull()) {
         return;
+    }
     std::vector<Entity> items;
-    if (const auto list = shown->ItemsAP242(); !list.IsNull())
-        for (int i = list->Lower(); i <= list->Upper(); ++i)
+    if (const auto list = shown->ItemsAP242(); !list.IsNull()) {
+        for (int i = list->Lower(); i <= list->Upper(); ++i) {
             items.push_back(list->Value(i).Value());
-    else if (const auto plain = shown->Items(); !plain.IsNull())
-        for (int i = plain->Lower(); i <= plain->Upper(); ++i)
+        }
+    } else if (const auto plain = shown->Items(); !plain.IsNull()) {
+        for (int i = plain->Lower(); i <= plain->Upper(); ++i) {
             items.push_back(plain->Value(i));
+        }
+    }
     // The list grows: what a compound item holds comes behind it.
     for (std::size_t i = 0; i < items.size() && items.size() < 1000; ++i) {
-        if (items[i].IsNull())
+        if (items[i].IsNull()) {
             continue;
-        if (const auto wrapped = wrapped_.find(numberOf(items[i])); wrapped != wrapped_.end())
-            for (const int number : wrapped->second)
-                if (const auto inner = byNumber_.find(number); inner != byNumber_.end())
+        }
+        if (const auto wrapped = wrapped_.find(numberOf(items[i])); wrapped != wrapped_.end()) {
+            for (const int number : wrapped->second) {
+                if (const auto inner = byNumber_.find(number); inner != byNumber_.end()) {
                     items.push_back(inner->second);
-        for (const Entity& inner : elementsOf(items[i]))
+                }
+            }
+        }
+        for (const Entity& inner : elementsOf(items[i])) {
             items.push_back(inner);
+        }
         readItem(items[i], dimension);
     }
 }
 
 void DimensionReader::readTolerance(const Entity& entity, Dimension& dimension) const {
     const auto found = tolerances_.find(numberOf(entity));
-    if (found == tolerances_.end())
+    if (found == tolerances_.end()) {
         return;
+    }
     for (const Handle(StepShape_PlusMinusTolerance) & tolerance : found->second) {
-        if (tolerance->Range().IsNull())
+        if (tolerance->Range().IsNull()) {
             continue;
+        }
         const Entity range = tolerance->Range().Value();
-        if (const auto fits = Handle(StepShape_LimitsAndFits)::DownCast(range); !fits.IsNull())
+        if (const auto fits = Handle(StepShape_LimitsAndFits)::DownCast(range); !fits.IsNull()) {
             dimension.fit = textOf(fits->FormVariance()) + textOf(fits->Grade());
-        else if (const auto value = Handle(StepShape_ToleranceValue)::DownCast(range);
-                 !value.IsNull())
+        } else if (const auto value = Handle(StepShape_ToleranceValue)::DownCast(range);
+                   !value.IsNull()) {
             setTolerance(value->LowerBound(), value->UpperBound(), dimension);
+        }
     }
 }
 
 Feature DimensionReader::featureOf(const Aspect& aspect) const {
     Feature feature;
     std::set<int> seen;
-    if (!aspect.IsNull())
+    if (!aspect.IsNull()) {
         readAspect(aspect, feature, seen);
+    }
     return feature;
 }
 
@@ -205,30 +224,41 @@ void DimensionReader::readAspect(const Aspect& aspect, Feature& feature,
                                  std::set<int>& seen) const {
     constexpr std::size_t kMost = 10000;
     const int number = numberOf(aspect);
-    if (seen.size() > kMost || !seen.insert(number).second)
+    if (seen.size() > kMost || !seen.insert(number).second) {
         return;
-    if (const auto own = items_.find(number); own != items_.end())
-        for (const Entity& item : own->second)
+    }
+    if (const auto own = items_.find(number); own != items_.end()) {
+        for (const Entity& item : own->second) {
             addItem(item, feature);
-    if (const auto wrapped = wrapped_.find(number); wrapped != wrapped_.end())
-        for (const int item : wrapped->second)
-            if (const auto found = byNumber_.find(item); found != byNumber_.end())
+        }
+    }
+    if (const auto wrapped = wrapped_.find(number); wrapped != wrapped_.end()) {
+        for (const int item : wrapped->second) {
+            if (const auto found = byNumber_.find(item); found != byNumber_.end()) {
                 addItem(found->second, feature);
-    if (!feature.empty() && !aspect->IsKind(STANDARD_TYPE(StepRepr_CompositeShapeAspect)))
+            }
+        }
+    }
+    if (!feature.empty() && !aspect->IsKind(STANDARD_TYPE(StepRepr_CompositeShapeAspect))) {
         return;
-    if (const auto parts = components_.find(number); parts != components_.end())
-        for (const Aspect& part : parts->second)
+    }
+    if (const auto parts = components_.find(number); parts != components_.end()) {
+        for (const Aspect& part : parts->second) {
             readAspect(part, feature, seen);
+        }
+    }
 }
 
 void DimensionReader::addItem(const Entity& item, Feature& feature) const {
-    if (item.IsNull())
+    if (item.IsNull()) {
         return;
+    }
     const TopoDS_Shape shape = TransferBRep::ShapeResult(source_.transfer, item);
-    if (shape.IsNull())
+    if (shape.IsNull()) {
         feature.others.push_back(kindOf(item));
-    else
+    } else {
         places_.addTo(feature, shape, numberOf(item));
+    }
 }
 
 } // namespace

@@ -27,58 +27,70 @@ double valueOf(const Reading& reading) {
 class Readings {
 public:
     Readings(const Element& a, const Element& b) : a_(a), b_(b) {
-        if (a.kind == ElementKind::Plane || b.kind == ElementKind::Plane)
+        if (a.kind == ElementKind::Plane || b.kind == ElementKind::Plane) {
             fromPlanes();
-        else
+        } else {
             fromLinesAndPoints();
+        }
     }
     const std::vector<Reading>& all() const { return all_; }
 
 private:
     void add(const Vec3& direction, const Vec3& a, const Vec3& b) {
         const Vec3 along = unit(direction);
-        if (norm(along) > 0)
+        if (norm(along) > 0) {
             all_.push_back({along, {a, b}});
+        }
     }
 
     /// The same, and measured to the near and the far side of what is round.
     void addWithRadii(const Vec3& direction, const Vec3& a, const Vec3& b) {
         const Vec3 along = unit(direction);
         add(along, a, b);
-        for (const double first : {0.0, 1.0, -1.0})
-            for (const double second : {0.0, 1.0, -1.0})
-                if ((first != 0 && a_.radius > 0) || (second != 0 && b_.radius > 0))
+        for (const double first : {0.0, 1.0, -1.0}) {
+            for (const double second : {0.0, 1.0, -1.0}) {
+                if ((first != 0 && a_.radius > 0) || (second != 0 && b_.radius > 0)) {
                     add(along, a + first * a_.radius * along, b + second * b_.radius * along);
+                }
+            }
+        }
     }
 
     void fromPlanes() {
         for (const Element* plane : {&a_, &b_}) {
-            if (plane->kind != ElementKind::Plane)
+            if (plane->kind != ElementKind::Plane) {
                 continue;
+            }
             const Element& other = plane == &a_ ? b_ : a_;
-            if (isAtOneDepth(other, plane->direction))
+            if (isAtOneDepth(other, plane->direction)) {
                 addWithRadii(plane->direction, a_.point, b_.point);
-            else
+            } else {
                 addExtremes(*plane, other);
+            }
         }
     }
 
     static bool isAtOneDepth(const Element& element, const Vec3& normal) {
         switch (element.kind) {
-        case ElementKind::Plane: return parallel(element.direction, normal);
-        case ElementKind::Point: return true;
+        case ElementKind::Plane:
+            return parallel(element.direction, normal);
+        case ElementKind::Point:
+            return true;
         case ElementKind::Axis:
-        case ElementKind::Line: return square(element.direction, normal);
+        case ElementKind::Line:
+            return square(element.direction, normal);
         }
         return false;
     }
 
     /// To the nearest and the farthest point of what stands oblique, and to an axis' own point.
     void addExtremes(const Element& plane, const Element& other) {
-        if (other.kind == ElementKind::Axis)
+        if (other.kind == ElementKind::Axis) {
             addOrdered(plane, other.point, other);
-        if (other.reach.empty())
+        }
+        if (other.reach.empty()) {
             return;
+        }
         const auto [near, far] = std::minmax_element(
             other.reach.begin(), other.reach.end(), [&](const Vec3& p, const Vec3& q) {
                 return std::abs(dot(p - plane.point, plane.direction)) <
@@ -89,30 +101,34 @@ private:
     }
 
     void addOrdered(const Element& plane, const Vec3& point, const Element& other) {
-        if (&other == &b_)
+        if (&other == &b_) {
             add(plane.direction, plane.point, point);
-        else
+        } else {
             add(plane.direction, point, plane.point);
+        }
     }
 
     void fromLinesAndPoints() {
         const bool aIsLong = a_.kind != ElementKind::Point;
         const bool bIsLong = b_.kind != ElementKind::Point;
         const Vec3 apart = b_.point - a_.point;
-        if (aIsLong && bIsLong && !parallel(a_.direction, b_.direction))
+        if (aIsLong && bIsLong && !parallel(a_.direction, b_.direction)) {
             addWithRadii(cross(a_.direction, b_.direction), a_.point, b_.point);
-        else if (aIsLong)
+        } else if (aIsLong) {
             addWithRadii(offsetFromLine(b_.point, a_.point, a_.direction), a_.point, b_.point);
-        else if (bIsLong)
+        } else if (bIsLong) {
             addWithRadii(offsetFromLine(a_.point, b_.point, b_.direction), a_.point, b_.point);
-        else
+        } else {
             addWithRadii(apart, a_.point, b_.point);
+        }
         // Along an axis both lie on, from circle to circle, and along the principal directions.
-        if (aIsLong)
+        if (aIsLong) {
             add(a_.direction, a_.point, b_.point);
+        }
         addWithRadii(apart, a_.point, b_.point);
-        for (const Vec3& direction : kPrincipal)
+        for (const Vec3& direction : kPrincipal) {
             addWithRadii(direction, a_.point, b_.point);
+        }
     }
 
     const Element& a_;
@@ -122,8 +138,9 @@ private:
 
 Side sideOf(const Element& element, const Vec3& end) {
     Side side{end, element.reach, {}};
-    if (element.kind == ElementKind::Axis)
+    if (element.kind == ElementKind::Axis) {
         side.axis = element.direction;
+    }
     return side;
 }
 
@@ -151,8 +168,9 @@ public:
         for (const Reading& reading : readings.all()) {
             const double measured = valueOf(reading) / dimension_.unitSize;
             const bool agreeing = agrees(dimension_, measured);
-            if (agreeing_ || (best_ && !agreeing))
+            if (agreeing_ || (best_ && !agreeing)) {
                 continue;
+            }
             agreeing_ = agreeing;
             best_ = geometryOf(dimension_, reading, a, b);
         }
@@ -174,10 +192,13 @@ std::optional<Geometry> betweenFeatures(const Dimension& dimension) {
     Best best(dimension);
     const std::vector<Element> first = limited(elementsOf(dimension.first));
     const std::vector<Element> second = limited(elementsOf(dimension.second));
-    for (const Element& a : first)
-        for (const Element& b : second)
-            if (!best.found())
+    for (const Element& a : first) {
+        for (const Element& b : second) {
+            if (!best.found()) {
                 best.tryPair(a, b);
+            }
+        }
+    }
     return best.take();
 }
 
@@ -192,8 +213,9 @@ std::optional<Geometry> acrossFeature(const Dimension& dimension) {
                 const bool opposite = elements[i].kind == ElementKind::Plane &&
                                       elements[j].kind == ElementKind::Plane &&
                                       dot(elements[i].direction, elements[j].direction) < -0.5;
-                if (opposite == facing)
+                if (opposite == facing) {
                     best.tryPair(elements[i], elements[j]);
+                }
             }
         }
     }
@@ -209,10 +231,10 @@ Element endAt(const Element& whole, const Vec3& point) {
 std::optional<Geometry> alongFeature(const Dimension& dimension) {
     Best best(dimension);
     for (const Element& element : limited(elementsOf(dimension.first))) {
-        const bool isLong =
-            element.kind == ElementKind::Line || element.kind == ElementKind::Axis;
-        if (!isLong || element.reach.empty() || best.found())
+        const bool isLong = element.kind == ElementKind::Line || element.kind == ElementKind::Axis;
+        if (!isLong || element.reach.empty() || best.found()) {
             continue;
+        }
         const Range range = rangeAlong(element.reach, element.direction);
         const double at = dot(element.point, element.direction);
         best.tryPair(endAt(element, element.point + (range.low - at) * element.direction),
@@ -231,8 +253,9 @@ const Face* oppositeOf(const Element& floor, const std::vector<Face>& planes) {
     double reach = here + kNoDistance;
     double back = -HUGE_VAL;
     for (const Face& plane : planes) {
-        if (plane.part != floor.part || !parallel(plane.axis, floor.direction))
+        if (plane.part != floor.part || !parallel(plane.axis, floor.direction)) {
             continue;
+        }
         const double at = dot(plane.origin, floor.direction);
         if (at > reach) {
             reach = at;
@@ -247,12 +270,14 @@ const Face* oppositeOf(const Element& floor, const std::vector<Face>& planes) {
 
 std::optional<Geometry> fromFloor(const Dimension& dimension, const Model& model) {
     const std::vector<Element> elements = elementsOf(dimension.first);
-    if (elements.size() != 1 || elements.front().kind != ElementKind::Plane)
+    if (elements.size() != 1 || elements.front().kind != ElementKind::Plane) {
         return std::nullopt;
+    }
     const Element& floor = elements.front();
     const Face* face = oppositeOf(floor, model.planes);
-    if (face == nullptr)
+    if (face == nullptr) {
         return std::nullopt;
+    }
     Feature opposite;
     opposite.faces.push_back(*face);
     Best best(dimension);
@@ -265,9 +290,10 @@ std::optional<Geometry> fromFloor(const Dimension& dimension, const Model& model
 std::optional<Geometry> deriveDistance(const Dimension& dimension, const Model& model) {
     std::optional<Geometry> best;
     const auto keep = [&](std::optional<Geometry> way) {
-        if (way && (!best || (!agrees(dimension, *best->measured) &&
-                              agrees(dimension, *way->measured))))
+        if (way &&
+            (!best || (!agrees(dimension, *best->measured) && agrees(dimension, *way->measured)))) {
             best = std::move(way);
+        }
     };
     if (!dimension.second.empty() && !dimension.first.empty()) {
         keep(betweenFeatures(dimension));
@@ -279,8 +305,9 @@ std::optional<Geometry> deriveDistance(const Dimension& dimension, const Model& 
         return best;
     }
     Dimension only = dimension;
-    if (only.first.empty())
+    if (only.first.empty()) {
         std::swap(only.first, only.second);
+    }
     keep(acrossFeature(only));
     keep(alongFeature(only));
     keep(fromFloor(only, model));

@@ -18,13 +18,15 @@ bool onSameAxis(const Element& a, const Element& b) {
 }
 
 bool sameElement(const Element& a, const Element& b) {
-    if (a.kind == ElementKind::Point)
+    if (a.kind == ElementKind::Point) {
         return b.kind == a.kind && norm(a.point - b.point) < kSamePlace &&
                std::abs(a.radius - b.radius) < kSamePlace;
-    if (a.kind == ElementKind::Plane)
+    }
+    if (a.kind == ElementKind::Plane) {
         return b.kind == a.kind && parallel(a.direction, b.direction) &&
                dot(a.direction, b.direction) > 0 && a.part == b.part &&
                std::abs(dot(b.point - a.point, a.direction)) < kSamePlace;
+    }
     return onSameAxis(a, b);
 }
 
@@ -50,13 +52,17 @@ Element elementOf(const Face& face) {
         element.kind = ElementKind::Plane;
         element.radius = 0;
         break;
-    case SurfaceKind::Cylinder: element.kind = ElementKind::Axis; break;
+    case SurfaceKind::Cylinder:
+        element.kind = ElementKind::Axis;
+        break;
     case SurfaceKind::Cone:
     case SurfaceKind::Torus:
         element.kind = ElementKind::Axis;
         element.radius = 0;
         break;
-    case SurfaceKind::Sphere: element.kind = ElementKind::Point; break;
+    case SurfaceKind::Sphere:
+        element.kind = ElementKind::Point;
+        break;
     case SurfaceKind::Other:
         element.kind = ElementKind::Point;
         element.point = middleOf(face.points);
@@ -96,14 +102,16 @@ Vec3 offsetFromLine(const Vec3& point, const Vec3& origin, const Vec3& direction
 
 Vec3 middleOf(const std::vector<Vec3>& points) {
     Vec3 sum{};
-    for (const Vec3& point : points)
+    for (const Vec3& point : points) {
         sum = sum + point;
+    }
     return points.empty() ? sum : 1.0 / static_cast<double>(points.size()) * sum;
 }
 
 Range rangeAlong(const std::vector<Vec3>& points, const Vec3& direction) {
-    if (points.empty())
+    if (points.empty()) {
         return {};
+    }
     Range range{HUGE_VAL, -HUGE_VAL};
     for (const Vec3& point : points) {
         const double at = dot(point, direction);
@@ -115,12 +123,15 @@ Range rangeAlong(const std::vector<Vec3>& points, const Vec3& direction) {
 
 std::vector<Element> elementsOf(const Feature& feature) {
     std::vector<Element> elements;
-    for (const Face& face : feature.faces)
+    for (const Face& face : feature.faces) {
         add(elements, elementOf(face));
-    for (const Edge& edge : feature.edges)
+    }
+    for (const Edge& edge : feature.edges) {
         add(elements, elementOf(edge));
-    for (const Vec3& point : feature.points)
+    }
+    for (const Vec3& point : feature.points) {
         add(elements, {ElementKind::Point, point, {}, 0, {point}, 0});
+    }
     return elements;
 }
 

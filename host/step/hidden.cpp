@@ -48,13 +48,15 @@ public:
         : right_(right), up_(up), tolerance_(kDeviation * size) {}
 
     void add(const TopoDS_Shape& lines, bool hidden) {
-        if (lines.IsNull())
+        if (lines.IsNull()) {
             return;
+        }
         BRepLib::BuildCurves3d(lines);
         TopTools_IndexedMapOfShape edges;
         TopExp::MapShapes(lines, TopAbs_EDGE, edges);
-        for (int i = 1; i <= edges.Extent(); ++i)
+        for (int i = 1; i <= edges.Extent(); ++i) {
             trace(BRepAdaptor_Curve(TopoDS::Edge(edges(i))), hidden);
+        }
     }
     Picture take() { return std::move(picture_); }
 
@@ -64,12 +66,13 @@ private:
     void trace(const BRepAdaptor_Curve& curve, bool hidden) {
         const double first = curve.FirstParameter();
         const double last = curve.LastParameter();
-        if (curve.GetType() == GeomAbs_Line)
+        if (curve.GetType() == GeomAbs_Line) {
             addLine(curve.Value(first), curve.Value(last), hidden);
-        else if (curve.GetType() == GeomAbs_Circle)
+        } else if (curve.GetType() == GeomAbs_Circle) {
             addCircle(curve, hidden);
-        else
+        } else {
             addPieces(curve, first, last, 0, hidden);
+        }
     }
 
     /// Whether the edge is a new one: some are found once for each of their faces.
@@ -85,21 +88,24 @@ private:
     }
 
     void add(Edge edge, bool hidden) {
-        if (!isNew(edge, hidden))
+        if (!isNew(edge, hidden)) {
             return;
+        }
         edge.points.clear();
         picture_.edges.push_back({std::move(edge), hidden});
     }
 
     void addLine(const gp_Pnt& start, const gp_Pnt& end, bool hidden) {
-        if (start.Distance(end) < 1e-2 * tolerance_)
+        if (start.Distance(end) < 1e-2 * tolerance_) {
             return;
+        }
         Edge edge;
         edge.kind = CurveKind::Line;
         edge.start = inModel(start);
         edge.end = inModel(end);
-        if (std::tie(edge.end) < std::tie(edge.start))
+        if (std::tie(edge.end) < std::tie(edge.start)) {
             std::swap(edge.start, edge.end);
+        }
         add(std::move(edge), hidden);
     }
 
@@ -133,7 +139,8 @@ private:
         const gp_Pnt b = curve.Value(last);
         const gp_Pnt quarters[] = {curve.Value((first + middle) / 2),
                                    curve.Value((middle + last) / 2)};
-        const double twiceArea = (m.X() - a.X()) * (b.Y() - a.Y()) - (m.Y() - a.Y()) * (b.X() - a.X());
+        const double twiceArea =
+            (m.X() - a.X()) * (b.Y() - a.Y()) - (m.Y() - a.Y()) * (b.X() - a.X());
         const double chord = a.Distance(b);
         const bool deepest = depth >= kDeepestSplit;
         if (chord > 0 && std::abs(twiceArea) / chord < tolerance_ / 4 &&
@@ -162,7 +169,8 @@ private:
     }
 
     bool isNear(const gp_Pnt& p, const gp_Pnt& a, const gp_Pnt& b) const {
-        const double twiceArea = (p.X() - a.X()) * (b.Y() - a.Y()) - (p.Y() - a.Y()) * (b.X() - a.X());
+        const double twiceArea =
+            (p.X() - a.X()) * (b.Y() - a.Y()) - (p.Y() - a.Y()) * (b.X() - a.X());
         return std::abs(twiceArea) < tolerance_ * a.Distance(b);
     }
 

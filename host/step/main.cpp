@@ -44,14 +44,16 @@ public:
     ProgressLine(const ProgressLine&) = delete;
     ProgressLine& operator=(const ProgressLine&) = delete;
     ~ProgressLine() {
-        if (written_)
+        if (written_) {
             std::cerr << "\r\x1b[K" << std::flush;
+        }
     }
 
     /// Says it again with the time that has passed.
     Waiting doing(const std::string& what) {
-        if (!shown_)
+        if (!shown_) {
             return {};
+        }
         return [this, what, start = std::chrono::steady_clock::now()] {
             const auto passed = std::chrono::duration_cast<std::chrono::seconds>(
                 std::chrono::steady_clock::now() - start);
@@ -91,15 +93,19 @@ struct OutputFile {
 void checkFile(const Options& options) {
     std::error_code error;
     const fs::file_status status = fs::status(options.file, error);
-    if (error || !fs::exists(status))
+    if (error || !fs::exists(status)) {
         throw StepError("cannot be read");
-    if (fs::is_directory(status))
+    }
+    if (fs::is_directory(status)) {
         throw StepError("is a directory");
+    }
     const std::uintmax_t size = fs::file_size(options.file, error);
-    if (error)
+    if (error) {
         throw StepError("cannot be read");
-    if (size > kLargestFile && !options.force)
+    }
+    if (size > kLargestFile && !options.force) {
         throw StepError("has more than 256 MiB; --force reads it all the same");
+    }
 }
 
 std::string textOf(const nlohmann::ordered_json& json) {
@@ -109,8 +115,9 @@ std::string textOf(const nlohmann::ordered_json& json) {
 }
 
 void print(const std::string& text) {
-    if (!std::cout.write(text.data(), static_cast<std::streamsize>(text.size())).flush())
+    if (!std::cout.write(text.data(), static_cast<std::streamsize>(text.size())).flush()) {
         throw host::FileError("standard output: cannot be written");
+    }
 }
 
 /// The sheets that were asked for.
@@ -118,12 +125,14 @@ std::vector<const Sheet*> chosenSheets(const Drawing& drawing, const std::string
     std::vector<const Sheet*> chosen;
     std::string names;
     for (const Sheet& sheet : drawing.sheets) {
-        if (view.empty() || sheet.view.name == view)
+        if (view.empty() || sheet.view.name == view) {
             chosen.push_back(&sheet);
+        }
         names += (names.empty() ? "" : ", ") + sheet.view.name;
     }
-    if (chosen.empty())
+    if (chosen.empty()) {
         throw StepError("there is no view " + view + ", only " + names);
+    }
     return chosen;
 }
 
@@ -137,9 +146,10 @@ std::vector<OutputFile> filesOf(Drawing& drawing, ModelProcess& process, const O
         const std::string& name = sheet->view.name;
         const Picture picture = process.picture(sheet->view.right, sheet->view.up,
                                                 progress.doing("finding the lines of " + name));
-        if (picture.fromMesh)
+        if (picture.fromMesh) {
             drawing.remarks.push_back("the lines of " + name +
                                       " come from the part's mesh: the exact ones took too long");
+        }
         std::string scene = textOf(sceneOf(*sheet, picture, drawing.model));
         if (withPictures) {
             drawn.push_back({name, host::drawScene(scene)});
@@ -147,8 +157,9 @@ std::vector<OutputFile> filesOf(Drawing& drawing, ModelProcess& process, const O
         }
         files.push_back({directory / (name + ".json"), std::move(scene)});
     }
-    if (withPictures)
+    if (withPictures) {
         files.push_back({directory / "index.html", pageOf(drawing, drawn)});
+    }
     return files;
 }
 
@@ -156,10 +167,12 @@ void writeAll(const std::vector<OutputFile>& files, const fs::path& directory) {
     const WholeFiles whole;
     std::error_code error;
     fs::create_directories(directory, error);
-    if (error)
+    if (error) {
         throw host::FileError(directory.string() + ": cannot be made");
-    for (const OutputFile& file : files)
+    }
+    for (const OutputFile& file : files) {
         host::writeFile(file.path, file.bytes);
+    }
 }
 
 enum class Task { Report, Scenes, Draw };
@@ -176,18 +189,21 @@ int run(const Options& options, Task task) {
         ModelProcess process(options.file, limits);
         drawing = makeDrawing(fs::path(options.file).filename().string(),
                               process.model(progress.doing("reading " + options.file)));
-        if (task != Task::Report)
+        if (task != Task::Report) {
             files = filesOf(drawing, process, options, task == Task::Draw, progress);
+        }
     } catch (const StepError& error) {
         throw StepError(options.file + ": " + error.what());
     } catch (const std::bad_alloc&) {
         throw StepError(options.file + ": needs more memory than there is");
     }
-    if (task != Task::Report)
+    if (task != Task::Report) {
         writeAll(files, options.directory);
+    }
     print(options.json ? textOf(reportJson(drawing)) : reportText(drawing));
-    if (task == Task::Draw && !options.json)
+    if (task == Task::Draw && !options.json) {
         print((fs::path(options.directory) / "index.html").string() + '\n');
+    }
     return countOf(drawing, Fate::Refused) > 0 ? kSomeRefused : 0;
 }
 
@@ -219,8 +235,9 @@ int main(int argc, char** argv) {
         const auto add = [&](const char* name, const char* what, Task task) {
             CLI::App* command = app.add_subcommand(name, what);
             addOptions(*command, options);
-            if (task != Task::Report)
+            if (task != Task::Report) {
                 addOutput(*command, options);
+            }
             command->callback([&options, &status, task] { status = run(options, task); });
         };
         add("report", "Say what becomes of each dimension", Task::Report);

@@ -42,10 +42,12 @@ void endWithParent() {
 bool sendAll(int socket, std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t sent = send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-        if (sent < 0 && errno != EINTR)
+        if (sent < 0 && errno != EINTR) {
             return false;
-        if (sent > 0)
+        }
+        if (sent > 0) {
             bytes.remove_prefix(static_cast<std::size_t>(sent));
+        }
     }
     return true;
 }
@@ -53,8 +55,9 @@ bool sendAll(int socket, std::string_view bytes) {
 /// Both ends of a pipe that no other program inherits.
 struct Pipe {
     Pipe() {
-        if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0)
+        if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) {
             throw StepError("cannot be read: no pipe is left");
+        }
     }
     int reading() const { return ends[0]; }
     int writing() const { return ends[1]; }
@@ -64,10 +67,12 @@ struct Pipe {
 bool writeAll(int file, std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t written = write(file, bytes.data(), bytes.size());
-        if (written < 0 && errno != EINTR)
+        if (written < 0 && errno != EINTR) {
             return false;
-        if (written > 0)
+        }
+        if (written > 0) {
             bytes.remove_prefix(static_cast<std::size_t>(written));
+        }
     }
     return true;
 }
@@ -84,10 +89,12 @@ std::string readBytes(int file, std::size_t count) {
     std::size_t done = 0;
     while (done < count) {
         const ssize_t got = read(file, bytes.data() + done, count - done);
-        if (got < 0 && errno == EINTR)
+        if (got < 0 && errno == EINTR) {
             continue;
-        if (got <= 0)
+        }
+        if (got <= 0) {
             break;
+        }
         done += static_cast<std::size_t>(got);
     }
     bytes.resize(done);
@@ -99,19 +106,23 @@ std::optional<std::string> readInTime(int file, std::size_t count, Clock::time_p
                                       const Waiting& waiting) {
     std::string bytes;
     while (bytes.size() < count) {
-        if (Clock::now() >= deadline)
+        if (Clock::now() >= deadline) {
             return std::nullopt;
+        }
         if (!readable(file, kTick)) {
-            if (waiting)
+            if (waiting) {
                 waiting();
+            }
             continue;
         }
         std::array<char, 1 << 16> block{};
         const ssize_t got = read(file, block.data(), std::min(block.size(), count - bytes.size()));
-        if (got < 0 && errno == EINTR)
+        if (got < 0 && errno == EINTR) {
             continue;
-        if (got <= 0)
+        }
+        if (got <= 0) {
             break;
+        }
         bytes.append(block.data(), static_cast<std::size_t>(got));
     }
     return bytes;
@@ -122,24 +133,29 @@ void sendAnswer(int file, Outcome outcome, std::string_view bytes) {
     const std::uint64_t size = bytes.size();
     std::string head(1, static_cast<char>(outcome));
     head.append(reinterpret_cast<const char*>(&size), sizeof size);
-    if (!writeAll(file, head) || !writeAll(file, bytes))
+    if (!writeAll(file, head) || !writeAll(file, bytes)) {
         _exit(1);
+    }
 }
 
 std::optional<std::string> receiveAnswer(int file, Clock::time_point deadline,
                                          const Waiting& waiting) {
     std::uint64_t size = 0;
     const auto head = readInTime(file, 1 + sizeof size, deadline, waiting);
-    if (!head)
+    if (!head) {
         return std::nullopt;
-    if (head->size() < 1 + sizeof size)
+    }
+    if (head->size() < 1 + sizeof size) {
         throw StepError("cannot be read: it makes the reader crash");
+    }
     std::memcpy(&size, head->data() + 1, sizeof size);
     auto bytes = readInTime(file, size, deadline, waiting);
-    if (bytes && bytes->size() < size)
+    if (bytes && bytes->size() < size) {
         throw StepError("cannot be read: it makes the reader crash");
-    if (bytes && head->front() == static_cast<char>(Outcome::Failed))
+    }
+    if (bytes && head->front() == static_cast<char>(Outcome::Failed)) {
         throw StepError(*bytes);
+    }
     return bytes;
 }
 
@@ -192,16 +208,16 @@ std::optional<std::string> linesFrom(const Part& part, const Request& request, b
     if (helper == 0) {
         endWithParent();
         close(pipe.reading());
-        answerWith(pipe.writing(), [&] {
-            return packPicture(part.picture(request.right, request.up, fromMesh));
-        });
+        answerWith(pipe.writing(),
+                   [&] { return packPicture(part.picture(request.right, request.up, fromMesh)); });
         _exit(0);
     }
     close(pipe.writing());
     std::optional<std::string> answer;
     try {
-        if (helper > 0)
+        if (helper > 0) {
             answer = receiveAnswer(pipe.reading(), Clock::now() + time, {});
+        }
     } catch (const StepError&) {
         // The mesh may still do.
     }
@@ -214,10 +230,12 @@ std::optional<std::string> linesFrom(const Part& part, const Request& request, b
 }
 
 std::string linesOf(const Part& part, const Request& request, const Limits& limits) {
-    if (auto exact = linesFrom(part, request, /*fromMesh=*/false, limits.exactLines))
+    if (auto exact = linesFrom(part, request, /*fromMesh=*/false, limits.exactLines)) {
         return *exact;
-    if (auto mesh = linesFrom(part, request, /*fromMesh=*/true, kMeshLines))
+    }
+    if (auto mesh = linesFrom(part, request, /*fromMesh=*/true, kMeshLines)) {
         return *mesh;
+    }
     throw StepError("the lines of a view cannot be found");
 }
 
@@ -231,8 +249,9 @@ void serve(const std::filesystem::path& file, const Limits& limits, int requests
     });
     while (part) {
         const std::string bytes = readBytes(requests, sizeof(Request));
-        if (bytes.size() < sizeof(Request))
+        if (bytes.size() < sizeof(Request)) {
             return;
+        }
         Request request;
         std::memcpy(&request, bytes.data(), sizeof request);
         answerWith(answers, [&] { return linesOf(*part, request, limits); });
@@ -259,21 +278,25 @@ ModelProcess::ModelProcess(const std::filesystem::path& file, const Limits& limi
     close(fromChild.writing());
     requests_ = toChild.writing();
     answers_ = fromChild.reading();
-    if (process_ < 0)
+    if (process_ < 0) {
         throw StepError("cannot be read: no process is left");
+    }
     setpgid(process_, process_);
 }
 
 ModelProcess::~ModelProcess() { end(); }
 
 void ModelProcess::end() {
-    if (requests_ >= 0)
+    if (requests_ >= 0) {
         close(requests_);
-    if (answers_ >= 0)
+    }
+    if (answers_ >= 0) {
         close(answers_);
+    }
     requests_ = answers_ = -1;
-    if (process_ <= 0)
+    if (process_ <= 0) {
         return;
+    }
     kill(-process_, SIGKILL);
     waitpid(process_, nullptr, 0);
     process_ = -1;
@@ -281,8 +304,9 @@ void ModelProcess::end() {
 
 std::string ModelProcess::answer(const Waiting& waiting, Milliseconds time) {
     auto bytes = receiveAnswer(answers_, Clock::now() + time, waiting);
-    if (bytes)
+    if (bytes) {
         return std::move(*bytes);
+    }
     end();
     throw StepError("cannot be read within " +
                     std::to_string(std::chrono::duration_cast<std::chrono::seconds>(time).count()) +
@@ -296,8 +320,9 @@ Model ModelProcess::model(const Waiting& waiting) {
 Picture ModelProcess::picture(const Vec3& right, const Vec3& up, const Waiting& waiting) {
     const Request request{right, up};
     const std::string_view bytes(reinterpret_cast<const char*>(&request), sizeof request);
-    if (!sendAll(requests_, bytes))
+    if (!sendAll(requests_, bytes)) {
         throw StepError("the lines of a view cannot be found");
+    }
     return unpackPicture(answer(waiting, limits_.exactLines + 2 * kMeshLines));
 }
 

@@ -52,8 +52,9 @@ std::string scoped(std::string svg, const std::string& id) {
     const std::size_t end = svg.find("</style>");
     const std::string rule = "\n    .";
     std::size_t at = svg.find("<style>");
-    while (end != std::string::npos && (at = svg.find(rule, at)) < svg.find("</style>"))
+    while (end != std::string::npos && (at = svg.find(rule, at)) < svg.find("</style>")) {
         at = svg.insert(at + rule.size() - 1, '#' + id + ' ').find('.', at) + 1;
+    }
     return svg;
 }
 
@@ -68,8 +69,9 @@ std::string row(const Drawing& drawing, std::size_t i) {
     const Outcome& outcome = drawing.outcomes[i];
     const std::string name = '#' + std::to_string(dimension.entity);
     std::string views;
-    for (const std::string& view : viewsOf(drawing, i))
+    for (const std::string& view : viewsOf(drawing, i)) {
         views += (views.empty() ? "" : ", ") + view;
+    }
     return std::string("<tr class=\"") + fateName(outcome.fate) + "\" data-name=\"" + name +
            "\" tabindex=\"0\">" + cell(name) + cell(oneLine(outcome.text), "text") +
            cell(dimension.unit) + cell(dimension.name) + cell(fateName(outcome.fate), "fate") +
@@ -80,8 +82,9 @@ std::string table(const Drawing& drawing) {
     std::string html = "<div class=\"scroll\"><table>\n<thead><tr><th>Entity</th><th>Text</th>"
                        "<th>Unit</th><th>Kind</th><th>Fate</th><th>View</th><th>Why</th></tr>"
                        "</thead>\n<tbody>\n";
-    for (std::size_t i = 0; i < drawing.outcomes.size(); ++i)
+    for (std::size_t i = 0; i < drawing.outcomes.size(); ++i) {
         html += row(drawing, i);
+    }
     return html + "</tbody>\n</table></div>\n";
 }
 
@@ -93,13 +96,16 @@ std::string summary(const Drawing& drawing) {
         drawing.file + ". Values in " + unitOf(drawing.model) + ". " + std::to_string(all) +
         (all == 1 ? " dimension: " : " dimensions: ") + count(Fate::Drawn) + " drawn, " +
         count(Fate::Noted) + " noted, " + count(Fate::Refused) + " refused.");
-    if (!drawing.model.tolerances.empty())
-        html += paragraph("Geometric tolerances, not drawn: " +
-                          countsText(drawing.model.tolerances) + '.');
-    if (!drawing.model.datums.empty())
+    if (!drawing.model.tolerances.empty()) {
+        html += paragraph(
+            "Geometric tolerances, not drawn: " + countsText(drawing.model.tolerances) + '.');
+    }
+    if (!drawing.model.datums.empty()) {
         html += paragraph("Datums, not drawn: " + countsText(drawing.model.datums) + '.');
-    for (const std::string& remark : drawing.remarks)
+    }
+    for (const std::string& remark : drawing.remarks) {
         html += paragraph(remark + '.');
+    }
     return html;
 }
 

@@ -1,6 +1,7 @@
 /// @file
 /// The text of a STEP file, for what its reader does not carry over: lists that are wrapped in a
-/// select type, as in `ITEM_IDENTIFIED_REPRESENTATION_USAGE('',$,#35,#643,SET_REPRESENTATION_ITEM((#854,#853)))`.
+/// select type, as in
+/// `ITEM_IDENTIFIED_REPRESENTATION_USAGE('',$,#35,#643,SET_REPRESENTATION_ITEM((#854,#853)))`.
 #pragma once
 
 #include <string_view>

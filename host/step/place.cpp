@@ -13,8 +13,9 @@ constexpr double kSmallestPart = 1e-3;
 
 double largestSide(const std::vector<Vec3>& hull) {
     double size = 0;
-    for (const Vec3& axis : {Vec3{1, 0, 0}, Vec3{0, 1, 0}, Vec3{0, 0, 1}})
+    for (const Vec3& axis : {Vec3{1, 0, 0}, Vec3{0, 1, 0}, Vec3{0, 0, 1}}) {
         size = std::max(size, rangeAlong(hull, axis).size());
+    }
     return std::max(size, kSmallestPart);
 }
 
@@ -31,9 +32,12 @@ Sheet emptySheet(const View& view, const std::vector<Vec3>& hull) {
 bool isCallout(const Geometry& geometry) {
     switch (geometry.shown) {
     case Shown::Diameter:
-    case Shown::Radius: return true;
-    case Shown::Note: return geometry.target.has_value();
-    default: return false;
+    case Shown::Radius:
+        return true;
+    case Shown::Note:
+        return geometry.target.has_value();
+    default:
+        return false;
     }
 }
 
@@ -45,9 +49,12 @@ bool isOnArc(const Geometry& geometry) {
 std::vector<Vec3> drawable(const std::vector<Vec3>& hull) {
     constexpr double kFarthest = 1e8;
     std::vector<Vec3> points;
-    for (const Vec3& p : hull)
-        if (std::abs(p[0]) < kFarthest && std::abs(p[1]) < kFarthest && std::abs(p[2]) < kFarthest)
+    for (const Vec3& p : hull) {
+        if (std::abs(p[0]) < kFarthest && std::abs(p[1]) < kFarthest &&
+            std::abs(p[2]) < kFarthest) {
             points.push_back(p);
+        }
+    }
     return points;
 }
 
@@ -64,13 +71,14 @@ std::vector<Sheet> place(const std::vector<Outcome>& outcomes, const std::vector
         std::vector<Item> callouts;
         std::vector<Item> cornerNotes;
         for (std::size_t i = 0; i < outcomes.size(); ++i) {
-            if (plan.viewOf[i] != static_cast<int>(view))
+            if (plan.viewOf[i] != static_cast<int>(view)) {
                 continue;
+            }
             const Geometry& geometry = outcomes[i].geometry;
-            auto& list = isCallout(geometry)               ? callouts
-                         : geometry.shown == Shown::Note   ? cornerNotes
-                         : isOnArc(geometry)               ? angles
-                                                           : distances;
+            auto& list = isCallout(geometry)             ? callouts
+                         : geometry.shown == Shown::Note ? cornerNotes
+                         : isOnArc(geometry)             ? angles
+                                                         : distances;
             list.push_back({i, &outcomes[i]});
         }
         placeDistances(sheet, distances);
@@ -93,8 +101,7 @@ void placeCornerNotes(Sheet& sheet, const std::vector<Item>& items) {
         const double height = sheet.heightOf(note.text);
         const Vec2 start{sheet.across.low, foot - height};
         note.locate = sheet.view.inModel(start, sheet.depth);
-        sheet.texts.push_back(
-            {start + Vec2{width / 2, height / 2}, {1, 0}, width / 2, height / 2});
+        sheet.texts.push_back({start + Vec2{width / 2, height / 2}, {1, 0}, width / 2, height / 2});
         sheet.annotations.push_back(std::move(note));
         foot -= height + sheet.textHeight;
     }

@@ -34,8 +34,9 @@ std::vector<WrappedList> wrappedListsOf(const std::filesystem::path& path) {
 std::string titleOf(const StepData_StepModel& entities) {
     for (int i = 1; i <= entities.NbEntities(); ++i) {
         const auto product = Handle(StepBasic_Product)::DownCast(entities.Value(i));
-        if (product.IsNull())
+        if (product.IsNull()) {
             continue;
+        }
         const std::string name = textOf(product->Name());
         return name.empty() ? textOf(product->Id()) : name;
     }
@@ -47,8 +48,9 @@ std::string lengthUnitOf(STEPControl_Reader& reader) {
     TColStd_SequenceOfAsciiString angles;
     TColStd_SequenceOfAsciiString solidAngles;
     reader.FileUnits(lengths, angles, solidAngles);
-    if (lengths.IsEmpty())
+    if (lengths.IsEmpty()) {
         return "mm";
+    }
     TCollection_AsciiString name = lengths.First();
     name.LowerCase();
     return name.Search("inch") > 0 ? "in" : name.Search("milli") > 0 ? "mm" : name.ToCString();
@@ -72,12 +74,14 @@ Part::Part(const std::filesystem::path& file) : content_(std::make_unique<Conten
     try {
         OCC_CATCH_SIGNALS
         STEPControl_Reader reader;
-        if (reader.ReadFile(file.c_str()) != IFSelect_RetDone)
+        if (reader.ReadFile(file.c_str()) != IFSelect_RetDone) {
             throw StepError("is not a STEP file that can be read");
+        }
         reader.TransferRoots();
         content_->shape = reader.OneShape();
-        if (content_->shape.IsNull())
+        if (content_->shape.IsNull()) {
             throw StepError("holds no part that can be read");
+        }
         markSmoothEdges(content_->shape);
         const Places places(content_->shape);
         const Source source{reader.StepModel(), reader.WS()->TransferReader()->TransientProcess(),

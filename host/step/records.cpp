@@ -62,13 +62,15 @@ private:
     }
     template <class T> void pack(const std::vector<T>& list) {
         pack(list.size());
-        for (const T& item : list)
+        for (const T& item : list) {
             pack(item);
+        }
     }
     template <class T> void pack(const std::optional<T>& value) {
         pack(value.has_value());
-        if (value)
+        if (value) {
             pack(*value);
+        }
     }
     void pack(const std::string& text) {
         pack(text.size());
@@ -76,8 +78,9 @@ private:
     }
     void pack(const std::map<std::string, int>& counts) {
         pack(counts.size());
-        for (const auto& [name, count] : counts)
+        for (const auto& [name, count] : counts) {
             (*this)(name, count);
+        }
     }
 
     std::string bytes_;
@@ -96,8 +99,9 @@ private:
             value = take(1)[0] != 0;
         } else if constexpr (std::is_enum_v<T>) {
             const auto number = static_cast<std::uint8_t>(take(1)[0]);
-            if (number > static_cast<std::uint8_t>(lastOf(T{})))
+            if (number > static_cast<std::uint8_t>(lastOf(T{}))) {
                 refuse();
+            }
             value = static_cast<T>(number);
         } else if constexpr (Number<T>) {
             std::memcpy(&value, take(sizeof value).data(), sizeof value);
@@ -107,15 +111,17 @@ private:
     }
     template <class T> void unpack(std::vector<T>& list) {
         list.clear();
-        for (std::size_t count = size(); count > 0; --count)
+        for (std::size_t count = size(); count > 0; --count) {
             unpack(list.emplace_back());
+        }
     }
     template <class T> void unpack(std::optional<T>& value) {
         bool given = false;
         unpack(given);
         value.reset();
-        if (given)
+        if (given) {
             unpack(value.emplace());
+        }
     }
     void unpack(std::string& text) { text = take(size()); }
     void unpack(std::map<std::string, int>& counts) {
@@ -131,8 +137,9 @@ private:
         return count;
     }
     std::string_view take(std::size_t count) {
-        if (count > rest_.size())
+        if (count > rest_.size()) {
             refuse();
+        }
         const std::string_view taken = rest_.substr(0, count);
         rest_.remove_prefix(count);
         return taken;
@@ -152,8 +159,9 @@ template <class T> T unpacked(std::string_view bytes) {
     T value;
     Unpacker unpack(bytes);
     unpack(value);
-    if (!unpack.atEnd())
+    if (!unpack.atEnd()) {
         throw StepError("the records are damaged");
+    }
     return value;
 }
 

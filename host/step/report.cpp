@@ -13,10 +13,14 @@ using nlohmann::ordered_json;
 
 const char* kindName(DimensionKind kind) {
     switch (kind) {
-    case DimensionKind::Size: return "size";
-    case DimensionKind::Location: return "location";
-    case DimensionKind::AngularSize: return "angular size";
-    case DimensionKind::AngularLocation: return "angular location";
+    case DimensionKind::Size:
+        return "size";
+    case DimensionKind::Location:
+        return "location";
+    case DimensionKind::AngularSize:
+        return "angular size";
+    case DimensionKind::AngularLocation:
+        return "angular location";
     }
     return "";
 }
@@ -25,8 +29,9 @@ const char* kindName(DimensionKind kind) {
 ordered_json optionalNumber(const std::optional<double>& value) {
     constexpr double kSteps = 1e9;
     constexpr double kLargest = 1e6;
-    if (!value)
+    if (!value) {
         return nullptr;
+    }
     return number(std::abs(*value) < kLargest ? std::round(*value * kSteps) / kSteps : *value);
 }
 
@@ -49,9 +54,10 @@ ordered_json dimensionJson(const Drawing& drawing, std::size_t i) {
 }
 
 std::string padded(std::string text, std::size_t width) {
-    const auto length = static_cast<std::size_t>(std::count_if(
-        text.begin(), text.end(),
-        [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+    const auto length =
+        static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
+            return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+        }));
     text.append(width > length ? width - length : 0, ' ');
     return text;
 }
@@ -60,15 +66,17 @@ std::string dimensionLine(const Drawing& drawing, std::size_t i) {
     const Dimension& dimension = drawing.model.dimensions[i];
     const Outcome& outcome = drawing.outcomes[i];
     std::string views;
-    for (const std::string& view : viewsOf(drawing, i))
+    for (const std::string& view : viewsOf(drawing, i)) {
         views += (views.empty() ? "" : ",") + view;
+    }
     const std::string unit = dimension.unit == "deg" ? "" : dimension.unit;
     std::string line = padded('#' + std::to_string(dimension.entity), 8) +
                        padded(fateName(outcome.fate), 9) + padded(views, 8) +
                        padded(oneLine(outcome.text) + (unit.empty() ? "" : " " + unit), 28) +
                        dimension.name;
-    if (!outcome.reason.empty())
+    if (!outcome.reason.empty()) {
         line += ": " + outcome.reason;
+    }
     return line + '\n';
 }
 
@@ -79,11 +87,13 @@ bool contradictedByLibrary(Drawing& drawing) {
         for (const Annotation& annotation : sheet.annotations) {
             const Dimension& dimension = drawing.model.dimensions[annotation.dimension];
             Outcome& outcome = drawing.outcomes[annotation.dimension];
-            if (annotation.shown == Shown::Note)
+            if (annotation.shown == Shown::Note) {
                 continue;
+            }
             const auto measured = measuredByLibrary(annotation, sheet, drawing.model);
-            if (measured && agrees(dimension, *measured))
+            if (measured && agrees(dimension, *measured)) {
                 continue;
+            }
             contradict(dimension, measured.value_or(0), outcome);
             any = true;
         }
@@ -97,19 +107,23 @@ Drawing makeDrawing(std::string file, Model model) {
     Drawing drawing;
     drawing.file = std::move(file);
     drawing.model = std::move(model);
-    for (const Dimension& dimension : drawing.model.dimensions)
+    for (const Dimension& dimension : drawing.model.dimensions) {
         drawing.outcomes.push_back(derive(dimension, drawing.model));
+    }
     drawing.sheets = place(drawing.outcomes, drawing.model.hull);
-    if (contradictedByLibrary(drawing))
+    if (contradictedByLibrary(drawing)) {
         drawing.sheets = place(drawing.outcomes, drawing.model.hull);
+    }
     return drawing;
 }
 
 std::string unitOf(const Model& model) {
     std::map<std::string, int> votes;
-    for (const Dimension& dimension : model.dimensions)
-        if (!dimension.unit.empty() && dimension.unit != "deg")
+    for (const Dimension& dimension : model.dimensions) {
+        if (!dimension.unit.empty() && dimension.unit != "deg") {
             ++votes[dimension.unit];
+        }
+    }
     const auto most =
         std::max_element(votes.begin(), votes.end(),
                          [](const auto& a, const auto& b) { return a.second < b.second; });
@@ -118,18 +132,24 @@ std::string unitOf(const Model& model) {
 
 std::vector<std::string> viewsOf(const Drawing& drawing, std::size_t dimension) {
     std::vector<std::string> views;
-    for (const Sheet& sheet : drawing.sheets)
-        for (const Annotation& annotation : sheet.annotations)
-            if (annotation.dimension == dimension)
+    for (const Sheet& sheet : drawing.sheets) {
+        for (const Annotation& annotation : sheet.annotations) {
+            if (annotation.dimension == dimension) {
                 views.push_back(sheet.view.name);
+            }
+        }
+    }
     return views;
 }
 
 const char* fateName(Fate fate) {
     switch (fate) {
-    case Fate::Drawn: return "drawn";
-    case Fate::Noted: return "noted";
-    case Fate::Refused: return "refused";
+    case Fate::Drawn:
+        return "drawn";
+    case Fate::Noted:
+        return "noted";
+    case Fate::Refused:
+        return "refused";
     }
     return "";
 }
@@ -145,43 +165,49 @@ ordered_json reportJson(const Drawing& drawing) {
     json["file"] = drawing.file;
     json["unit"] = unitOf(drawing.model);
     json["dimensions"] = ordered_json::array();
-    for (std::size_t i = 0; i < drawing.outcomes.size(); ++i)
+    for (std::size_t i = 0; i < drawing.outcomes.size(); ++i) {
         json["dimensions"].push_back(dimensionJson(drawing, i));
-    json["counts"] = {{"dimensions", drawing.outcomes.size()},
-                      {"drawn", countOf(drawing, Fate::Drawn)},
-                      {"noted", countOf(drawing, Fate::Noted)},
-                      {"refused", countOf(drawing, Fate::Refused)},
-                      {"tolerances", drawing.model.tolerances},
-                      {"datums", drawing.model.datums}};
-    if (!drawing.remarks.empty())
+    }
+    json["counts"] = {
+        {"dimensions", drawing.outcomes.size()},  {"drawn", countOf(drawing, Fate::Drawn)},
+        {"noted", countOf(drawing, Fate::Noted)}, {"refused", countOf(drawing, Fate::Refused)},
+        {"tolerances", drawing.model.tolerances}, {"datums", drawing.model.datums}};
+    if (!drawing.remarks.empty()) {
         json["remarks"] = drawing.remarks;
+    }
     return json;
 }
 
 std::string countsText(const std::map<std::string, int>& counts) {
     std::string text;
-    for (const auto& [name, count] : counts)
+    for (const auto& [name, count] : counts) {
         text += (text.empty() ? "" : ", ") + name + ' ' + std::to_string(count);
+    }
     return text;
 }
 
 std::string reportText(const Drawing& drawing) {
     std::string text;
-    for (std::size_t i = 0; i < drawing.outcomes.size(); ++i)
+    for (std::size_t i = 0; i < drawing.outcomes.size(); ++i) {
         text += dimensionLine(drawing, i);
+    }
     const std::size_t all = drawing.outcomes.size();
     text += std::to_string(all) + (all == 1 ? " dimension" : " dimensions");
-    if (all > 0)
+    if (all > 0) {
         text += ": " + std::to_string(countOf(drawing, Fate::Drawn)) + " drawn, " +
                 std::to_string(countOf(drawing, Fate::Noted)) + " noted, " +
                 std::to_string(countOf(drawing, Fate::Refused)) + " refused";
+    }
     text += '\n';
-    if (!drawing.model.tolerances.empty())
+    if (!drawing.model.tolerances.empty()) {
         text += "geometric tolerances, not drawn: " + countsText(drawing.model.tolerances) + '\n';
-    if (!drawing.model.datums.empty())
+    }
+    if (!drawing.model.datums.empty()) {
         text += "datums, not drawn: " + countsText(drawing.model.datums) + '\n';
-    for (const std::string& remark : drawing.remarks)
+    }
+    for (const std::string& remark : drawing.remarks) {
         text += remark + '\n';
+    }
     return text;
 }
 

@@ -39,8 +39,9 @@ void samplePoints(const BRepAdaptor_Curve& curve, Edge& edge) {
     const int pieces = edge.kind == CurveKind::Line ? 1 : kCurvePoints;
     const double first = curve.FirstParameter();
     const double step = (curve.LastParameter() - first) / pieces;
-    for (int i = 0; i <= pieces; ++i)
+    for (int i = 0; i <= pieces; ++i) {
         edge.points.push_back(vectorOf(curve.Value(first + i * step)));
+    }
     edge.start = edge.points.front();
     edge.end = edge.points.back();
 }
@@ -50,8 +51,7 @@ template <class Elementary> bool isDirect(const Elementary& surface) {
     return surface.Position().Direct();
 }
 
-template <class Elementary>
-void setAxis(const Elementary& surface, bool reversed, Face& face) {
+template <class Elementary> void setAxis(const Elementary& surface, bool reversed, Face& face) {
     face.origin = vectorOf(surface.Location());
     face.axis = vectorOf(surface.Position().Direction());
     face.hollow = reversed == isDirect(surface);
@@ -89,7 +89,8 @@ void setSurface(const BRepAdaptor_Surface& surface, bool reversed, Face& face) {
         face.radius = surface.Torus().MajorRadius();
         face.minorRadius = surface.Torus().MinorRadius();
         break;
-    default: break;
+    default:
+        break;
     }
 }
 
@@ -100,8 +101,9 @@ void sampleSurface(const TopoDS_Face& shape, const BRepAdaptor_Surface& surface,
     double v0 = 0;
     double v1 = 0;
     BRepTools::UVBounds(shape, u0, u1, v0, v1);
-    if (!isFinite(u0, u1) || !isFinite(v0, v1))
+    if (!isFinite(u0, u1) || !isFinite(v0, v1)) {
         return;
+    }
     for (int i = 0; i < kSurfacePoints; ++i) {
         for (int j = 0; j < kSurfacePoints; ++j) {
             const double u = u0 + (u1 - u0) * i / (kSurfacePoints - 1);
@@ -120,8 +122,9 @@ bool isStraightAcross(SurfaceKind kind) {
 Edge edgeRecord(const TopoDS_Edge& shape) {
     Edge edge;
     const BRepAdaptor_Curve curve(shape);
-    if (!isFinite(curve.FirstParameter(), curve.LastParameter()))
+    if (!isFinite(curve.FirstParameter(), curve.LastParameter())) {
         return edge;
+    }
     if (curve.GetType() == GeomAbs_Line) {
         edge.kind = CurveKind::Line;
     } else if (curve.GetType() == GeomAbs_Circle) {
@@ -144,14 +147,16 @@ Face faceRecord(const TopoDS_Face& shape) {
     TopExp::MapShapes(shape, TopAbs_EDGE, edges);
     for (int i = 1; i <= edges.Extent(); ++i) {
         const TopoDS_Edge& edge = TopoDS::Edge(edges(i));
-        if (BRep_Tool::Degenerated(edge) || BRep_Tool::IsClosed(edge, shape))
+        if (BRep_Tool::Degenerated(edge) || BRep_Tool::IsClosed(edge, shape)) {
             continue;
+        }
         face.edges.push_back(edgeRecord(edge));
         const std::vector<Vec3>& points = face.edges.back().points;
         face.points.insert(face.points.end(), points.begin(), points.end());
     }
-    if (!isStraightAcross(face.kind))
+    if (!isStraightAcross(face.kind)) {
         sampleSurface(shape, surface, face);
+    }
     return face;
 }
 
@@ -166,8 +171,9 @@ Places::Places(const TopoDS_Shape& whole) : whole_(whole) {
 void Places::add(const TopoDS_Shape& part, bool outsideSolids) {
     const TopAbs_ShapeEnum avoided = outsideSolids ? TopAbs_SOLID : TopAbs_SHAPE;
     for (const TopAbs_ShapeEnum kind : {TopAbs_FACE, TopAbs_EDGE, TopAbs_VERTEX}) {
-        for (TopExp_Explorer at(part, kind, avoided); at.More(); at.Next())
+        for (TopExp_Explorer at(part, kind, avoided); at.More(); at.Next()) {
             first_.try_emplace(at.Current().TShape().get(), Place{at.Current(), parts_});
+        }
     }
 }
 
@@ -199,11 +205,13 @@ std::vector<Face> Places::planes() const {
     std::vector<Face> planes;
     for (TopExp_Explorer at(whole_, TopAbs_FACE); at.More(); at.Next()) {
         const TopoDS_Face& shape = TopoDS::Face(at.Current());
-        if (BRepAdaptor_Surface(shape, Standard_False).GetType() != GeomAbs_Plane)
+        if (BRepAdaptor_Surface(shape, Standard_False).GetType() != GeomAbs_Plane) {
             continue;
+        }
         const Place place = placeOf(shape);
-        if (!place.shape.IsSame(shape))
+        if (!place.shape.IsSame(shape)) {
             continue;
+        }
         Face face = faceRecord(shape);
         face.part = place.part;
         face.edges.clear();
@@ -220,11 +228,15 @@ std::vector<Vec3> hullOf(const TopoDS_Shape& shape) {
         Vec3 point{};
     };
     std::vector<Farthest> farthest;
-    for (const double x : {-2., -1., 0., 1., 2.})
-        for (const double y : {-2., -1., 0., 1., 2.})
-            for (const double z : {-2., -1., 0., 1., 2.})
-                if (std::max({std::abs(x), std::abs(y), std::abs(z)}) == 2.)
+    for (const double x : {-2., -1., 0., 1., 2.}) {
+        for (const double y : {-2., -1., 0., 1., 2.}) {
+            for (const double z : {-2., -1., 0., 1., 2.}) {
+                if (std::max({std::abs(x), std::abs(y), std::abs(z)}) == 2.) {
                     farthest.push_back({unit({x, y, z})});
+                }
+            }
+        }
+    }
     TopTools_IndexedMapOfShape faces;
     TopExp::MapShapes(shape, TopAbs_FACE, faces);
     for (int i = 1; i <= faces.Extent(); ++i) {
@@ -239,9 +251,11 @@ std::vector<Vec3> hullOf(const TopoDS_Shape& shape) {
         }
     }
     std::vector<Vec3> hull;
-    for (const Farthest& far : farthest)
-        if (far.reach > -HUGE_VAL)
+    for (const Farthest& far : farthest) {
+        if (far.reach > -HUGE_VAL) {
             hull.push_back(far.point);
+        }
+    }
     return hull;
 }
 

@@ -19,8 +19,9 @@ double turn(Vec2 a, Vec2 b, Vec2 c) {
 
 double advanceOfLine(const std::string& line) {
     double width = 0;
-    for (const wchar_t c : toWide(line))
+    for (const wchar_t c : toWide(line)) {
         width += advanceOf(c);
+    }
     return width;
 }
 
@@ -42,8 +43,9 @@ bool Plate::separatedBy(const Plate& other) const {
             low = std::min(low, at);
             high = std::max(high, at);
         }
-        if (low >= half || high <= -half)
+        if (low >= half || high <= -half) {
             return true;
+        }
     }
     return false;
 }
@@ -65,8 +67,9 @@ bool crossing(const PaperLine& a, const PaperLine& b) {
 
 double Sheet::widthOf(const std::vector<std::string>& text) const {
     double width = 0;
-    for (const std::string& line : text)
+    for (const std::string& line : text) {
         width = std::max(width, advanceOfLine(line));
+    }
     return width * kDimensionWidth * textHeight;
 }
 
@@ -80,7 +83,8 @@ double Sheet::heightOf(const std::vector<std::string>& text) const {
 }
 
 bool Sheet::isOnPart(const Plate& text) const {
-    return text.overlaps({{across.middle(), upwards.middle()}, {1, 0}, across.size() / 2, upwards.size() / 2});
+    return text.overlaps(
+        {{across.middle(), upwards.middle()}, {1, 0}, across.size() / 2, upwards.size() / 2});
 }
 
 bool Sheet::isFree(const Plate& text) const {
@@ -96,12 +100,16 @@ Range Sheet::reach(Vec2 direction) const {
         range.low = std::min(range.low, dot(p, direction));
         range.high = std::max(range.high, dot(p, direction));
     };
-    for (const double x : {across.low, across.high})
-        for (const double y : {upwards.low, upwards.high})
+    for (const double x : {across.low, across.high}) {
+        for (const double y : {upwards.low, upwards.high}) {
             add({x, y});
-    for (const Plate& text : texts)
-        for (const Vec2& corner : text.corners())
+        }
+    }
+    for (const Plate& text : texts) {
+        for (const Vec2& corner : text.corners()) {
             add(corner);
+        }
+    }
     for (const PaperLine& line : lines) {
         add(line.start);
         add(line.end);

@@ -20,9 +20,7 @@ public:
 
     bool overlaps(const Plate& other) const;
     bool meets(Vec2 start, Vec2 end) const;
-    Plate widened(double by) const {
-        return {middle_, along_, halfWidth_ + by, halfHeight_ + by};
-    }
+    Plate widened(double by) const { return {middle_, along_, halfWidth_ + by, halfHeight_ + by}; }
     std::array<Vec2, 4> corners() const;
 
 private:

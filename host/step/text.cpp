@@ -16,8 +16,9 @@ int neededDecimals(double value) {
     double power = 1;
     for (int decimals = 0; decimals < kMostDecimals; ++decimals, power *= 10) {
         const double scaled = value * power;
-        if (std::abs(scaled - std::round(scaled)) <= 1e-6 * std::max(1.0, std::abs(scaled)) * 0.1)
+        if (std::abs(scaled - std::round(scaled)) <= 1e-6 * std::max(1.0, std::abs(scaled)) * 0.1) {
             return decimals;
+        }
     }
     return kMostDecimals;
 }
@@ -36,12 +37,15 @@ std::string signOf(const Dimension& dimension) {
     const bool spherical = contains(dimension.name, "spherical");
     const bool controlled = std::find(dimension.remarks.begin(), dimension.remarks.end(),
                                       "controlled radius") != dimension.remarks.end();
-    if (contains(dimension.name, "diameter"))
+    if (contains(dimension.name, "diameter")) {
         return spherical ? "S⌀" : "⌀";
-    if (contains(dimension.name, "radius"))
+    }
+    if (contains(dimension.name, "radius")) {
         return spherical ? "SR" : controlled ? "CR" : "R";
-    if (contains(dimension.name, "curve"))
+    }
+    if (contains(dimension.name, "curve")) {
         return "⌒";
+    }
     return dimension.name == "square" ? "□" : "";
 }
 
@@ -49,14 +53,15 @@ std::string signOf(const Dimension& dimension) {
 std::string remarksOf(const Dimension& dimension) {
     std::string text;
     for (const std::string& remark : dimension.remarks) {
-        if (remark == "maximum")
+        if (remark == "maximum") {
             text += " MAX";
-        else if (remark == "minimum")
+        } else if (remark == "minimum") {
             text += " MIN";
-        else if (remark == "average")
+        } else if (remark == "average") {
             text += " AVG";
-        else if (remark == "statistical")
+        } else if (remark == "statistical") {
             text += " <ST>";
+        }
     }
     return text;
 }
@@ -64,37 +69,43 @@ std::string remarksOf(const Dimension& dimension) {
 /// `+0.2`; of zero the sign alone is kept: `-0`.
 std::string signedText(double value, bool isUpper, int decimals) {
     const std::string digits = fixedText(std::abs(value), decimals);
-    if (digits.find_first_of("123456789") == std::string::npos)
+    if (digits.find_first_of("123456789") == std::string::npos) {
         return isUpper ? "+0" : "-0";
+    }
     return (value < 0 ? "-" : "+") + digits;
 }
 
 std::string toleranceText(const Dimension& dimension, int decimals, const std::string& degree) {
-    if (!dimension.fit.empty())
+    if (!dimension.fit.empty()) {
         return " " + dimension.fit;
-    if (!dimension.upper && !dimension.lower)
+    }
+    if (!dimension.upper && !dimension.lower) {
         return {};
+    }
     const double upper = dimension.upper.value_or(0);
     const double lower = dimension.lower.value_or(0);
-    const int digits =
-        std::max({decimals, neededDecimals(upper), neededDecimals(lower)});
-    if (std::abs(upper + lower) <= 1e-9 * std::max(1.0, std::abs(upper)) && upper != 0)
+    const int digits = std::max({decimals, neededDecimals(upper), neededDecimals(lower)});
+    if (std::abs(upper + lower) <= 1e-9 * std::max(1.0, std::abs(upper)) && upper != 0) {
         return " ±" + fixedText(std::abs(upper), digits) + degree;
-    return " " + signedText(upper, /*isUpper=*/true, digits) + degree + "/" + signedText(lower, /*isUpper=*/false, digits) + degree;
+    }
+    return " " + signedText(upper, /*isUpper=*/true, digits) + degree + "/" +
+           signedText(lower, /*isUpper=*/false, digits) + degree;
 }
 
 } // namespace
 
 std::string fixedText(double value, int decimals) {
-    if (!(std::abs(value) < kLargest))
+    if (!(std::abs(value) < kLargest)) {
         return "?";
+    }
     char digits[64];
     const auto end =
         std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, decimals)
             .ptr;
     std::string text(digits, end);
-    if (text.front() == '-' && text.find_first_of("123456789") == std::string::npos)
+    if (text.front() == '-' && text.find_first_of("123456789") == std::string::npos) {
         text.erase(0, 1);
+    }
     return text;
 }
 
@@ -103,8 +114,9 @@ int decimalsOf(const Dimension& dimension) {
 }
 
 std::vector<std::string> valueText(const Dimension& dimension, int places) {
-    if (!dimension.nominal)
+    if (!dimension.nominal) {
         return {};
+    }
     const std::string degree = isAngle(dimension) ? "°" : "";
     const int decimals = decimalsOf(dimension);
     const std::string times = places > 1 ? std::to_string(places) + "X " : "";
@@ -115,18 +127,19 @@ std::vector<std::string> valueText(const Dimension& dimension, int places) {
         const int digits = std::max({decimals, neededDecimals(high), neededDecimals(low)});
         return {start + fixedText(high, digits) + degree, start + fixedText(low, digits) + degree};
     }
-    std::string value =
-        signOf(dimension) + fixedText(*dimension.nominal, decimals) + degree;
+    std::string value = signOf(dimension) + fixedText(*dimension.nominal, decimals) + degree;
     value += toleranceText(dimension, decimals, degree) + remarksOf(dimension);
-    if (dimension.modifier == Modifier::Reference)
+    if (dimension.modifier == Modifier::Reference) {
         value = "(" + value + ")";
+    }
     return {times + value};
 }
 
 std::string oneLine(const std::vector<std::string>& lines) {
     std::string text;
-    for (const std::string& line : lines)
+    for (const std::string& line : lines) {
         text += (text.empty() ? "" : " / ") + line;
+    }
     return text;
 }
 

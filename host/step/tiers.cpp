@@ -30,7 +30,8 @@ struct Measure {
 };
 
 Vec2 towardsReader(Vec2 direction) {
-    const bool backwards = direction.x < -1e-9 || (std::abs(direction.x) <= 1e-9 && direction.y < 0);
+    const bool backwards =
+        direction.x < -1e-9 || (std::abs(direction.x) <= 1e-9 && direction.y < 0);
     return backwards ? -1.0 * direction : direction;
 }
 
@@ -40,8 +41,9 @@ Range reachOf(const Side& side, const Sheet& sheet, Vec2 outwards) {
     Range reach{dot(middle, outwards) - mark, dot(middle, outwards) + mark};
     // Seen end-on an axis is a point, however wide what turns about it is.
     const bool endOn = norm(side.axis) > 0 && parallel(side.axis, sheet.view.towardsViewer);
-    if (endOn || side.reach.empty())
+    if (endOn || side.reach.empty()) {
         return reach;
+    }
     Range full{HUGE_VAL, -HUGE_VAL};
     for (const Vec3& point : side.reach) {
         const double at = dot(sheet.view.onPaper(point), outwards);
@@ -66,8 +68,9 @@ Measure measureOf(const Item& item, const Sheet& sheet) {
     const Vec2 centre{sheet.across.middle(), sheet.upwards.middle()};
     if (middle < dot(centre, measure.outwards) - 1e-6 * sheet.textHeight) {
         measure.outwards = -1.0 * measure.outwards;
-        for (Range& reach : measure.reach)
+        for (Range& reach : measure.reach) {
             reach = {-reach.high, -reach.low};
+        }
     }
     return measure;
 }
@@ -75,9 +78,11 @@ Measure measureOf(const Item& item, const Sheet& sheet) {
 /// How far the part reaches in a direction.
 double partReach(const Sheet& sheet, Vec2 direction) {
     double reach = -HUGE_VAL;
-    for (const double x : {sheet.across.low, sheet.across.high})
-        for (const double y : {sheet.upwards.low, sheet.upwards.high})
+    for (const double x : {sheet.across.low, sheet.across.high}) {
+        for (const double y : {sheet.upwards.low, sheet.upwards.high}) {
             reach = std::max(reach, dot(Vec2{x, y}, direction));
+        }
+    }
     return reach;
 }
 
@@ -98,16 +103,17 @@ public:
             for (const bool strict : {true, false}) {
                 for (const double textAt : positions(measure)) {
                     const Trial trial{offset, textAt};
-                    if (!fits(measure, trial, strict ? laterStations : std::vector<double>()))
+                    if (!fits(measure, trial, strict ? laterStations : std::vector<double>())) {
                         continue;
+                    }
                     add(measure, trial);
                     return;
                 }
             }
         }
-        add(measure, {partReach(sheet_, measure.outwards) +
-                          kMostTiers * kNextTier * sheet_.textHeight,
-                      (measure.low() + measure.high()) / 2});
+        add(measure,
+            {partReach(sheet_, measure.outwards) + kMostTiers * kNextTier * sheet_.textHeight,
+             (measure.low() + measure.high()) / 2});
     }
 
 private:
@@ -122,9 +128,11 @@ private:
         const double half = width(measure) / 2;
         const double room = measure.size() / 2 - half;
         std::vector<double> list{middle};
-        for (int step = 1; step <= kSteps && room > 0; ++step)
-            for (const double sign : {1.0, -1.0})
+        for (int step = 1; step <= kSteps && room > 0; ++step) {
+            for (const double sign : {1.0, -1.0}) {
                 list.push_back(middle + sign * room * step / kSteps);
+            }
+        }
         const double beyond = half + 1.5 * sheet_.textHeight;
         list.push_back(measure.high() + beyond);
         list.push_back(measure.low() - beyond);
@@ -158,12 +166,16 @@ private:
         const Plate text = plate(measure, trial);
         const PaperLine own[] = {extension(measure, trial, 0), extension(measure, trial, 1)};
         if (!sheet_.isFree(text) || text.meets(own[0].start, own[0].end) ||
-            text.meets(own[1].start, own[1].end))
+            text.meets(own[1].start, own[1].end)) {
             return false;
-        const auto meetsText = [&](const PaperLine& line) { return text.meets(line.start, line.end); };
+        }
+        const auto meetsText = [&](const PaperLine& line) {
+            return text.meets(line.start, line.end);
+        };
         if (std::any_of(sheet_.lines.begin(), sheet_.lines.end(), meetsText) ||
-            std::any_of(sheet_.extensions.begin(), sheet_.extensions.end(), meetsText))
+            std::any_of(sheet_.extensions.begin(), sheet_.extensions.end(), meetsText)) {
             return false;
+        }
         // Dimension lines on one tier keep apart, arrows included.
         const PaperLine line = dimensionLine(measure, trial);
         const Vec2 middle = 0.5 * (line.start + line.end);
@@ -174,14 +186,16 @@ private:
             return std::abs(dot(way, measure.outwards)) < 1e-6 * length(way) &&
                    lane.meets(other.start, other.end);
         };
-        if (std::any_of(sheet_.lines.begin(), sheet_.lines.end(), isParallel))
+        if (std::any_of(sheet_.lines.begin(), sheet_.lines.end(), isParallel)) {
             return false;
+        }
         const auto crossesLine = [&](const Plate& other) {
-            return other.meets(line.start, line.end) ||
-                   other.meets(own[0].start, own[0].end) || other.meets(own[1].start, own[1].end);
+            return other.meets(line.start, line.end) || other.meets(own[0].start, own[0].end) ||
+                   other.meets(own[1].start, own[1].end);
         };
-        if (std::any_of(sheet_.texts.begin(), sheet_.texts.end(), crossesLine))
+        if (std::any_of(sheet_.texts.begin(), sheet_.texts.end(), crossesLine)) {
             return false;
+        }
         const double half = width(measure) / 2 + 0.2 * height;
         return std::none_of(laterStations.begin(), laterStations.end(), [&](double station) {
             return std::abs(station - trial.textAt) < half;
@@ -191,8 +205,9 @@ private:
     void add(const Measure& measure, const Trial& trial) {
         sheet_.texts.push_back(plate(measure, trial));
         sheet_.lines.push_back(dimensionLine(measure, trial));
-        for (const std::size_t end : {0U, 1U})
+        for (const std::size_t end : {0U, 1U}) {
             sheet_.extensions.push_back(extension(measure, trial, end));
+        }
         sheet_.annotations.push_back(annotation(measure, trial));
     }
 
@@ -228,10 +243,11 @@ std::vector<std::vector<Measure>> bySide(std::vector<Measure> measures) {
             return dot(side.front().outwards, measure.outwards) > 1 - 1e-6;
         };
         const auto found = std::find_if(sides.begin(), sides.end(), same);
-        if (found != sides.end())
+        if (found != sides.end()) {
             found->push_back(measure);
-        else
+        } else {
             sides.push_back({measure});
+        }
     }
     return sides;
 }
@@ -240,16 +256,17 @@ std::vector<std::vector<Measure>> bySide(std::vector<Measure> measures) {
 
 void placeDistances(Sheet& sheet, const std::vector<Item>& items) {
     std::vector<Measure> measures;
-    for (const Item& item : items)
+    for (const Item& item : items) {
         measures.push_back(measureOf(item, sheet));
+    }
     for (std::vector<Measure>& side : bySide(std::move(measures))) {
-        std::stable_sort(side.begin(), side.end(), [](const Measure& a, const Measure& b) {
-            return a.size() < b.size();
-        });
+        std::stable_sort(side.begin(), side.end(),
+                         [](const Measure& a, const Measure& b) { return a.size() < b.size(); });
         for (std::size_t i = 0; i < side.size(); ++i) {
             std::vector<double> later;
-            for (std::size_t j = i + 1; j < side.size(); ++j)
+            for (std::size_t j = i + 1; j < side.size(); ++j) {
                 later.insert(later.end(), std::begin(side[j].ends), std::end(side[j].ends));
+            }
             Tiers(sheet).place(side[i], later);
         }
     }

@@ -18,13 +18,15 @@ constexpr std::string_view kClassEnd = "Tolerance";
 /// `SurfaceProfile` of `StepDimTol_SurfaceProfileTolerance`, as words.
 std::string wordsOf(std::string_view className) {
     className.remove_prefix(className.find('_') + 1);
-    if (className.ends_with(kClassEnd))
+    if (className.ends_with(kClassEnd)) {
         className.remove_suffix(kClassEnd.size());
+    }
     std::string words;
     for (const char c : className) {
         const bool capital = c >= 'A' && c <= 'Z';
-        if (capital && !words.empty())
+        if (capital && !words.empty()) {
             words += ' ';
+        }
         words += capital ? static_cast<char>(c - 'A' + 'a') : c;
     }
     return words;
@@ -32,31 +34,34 @@ std::string wordsOf(std::string_view className) {
 
 /// What the classes for entities of several types know about the type that counts.
 std::string wordsOf(StepDimTol_GeometricToleranceType type) {
-    constexpr const char* kNames[] = {"angularity", "circular runout", "coaxiality",
-                                      "concentricity", "cylindricity", "flatness",
-                                      "line profile", "parallelism", "perpendicularity",
-                                      "position", "roundness", "straightness",
-                                      "surface profile", "symmetry", "total runout"};
+    constexpr const char* kNames[] = {
+        "angularity", "circular runout", "coaxiality",      "concentricity",    "cylindricity",
+        "flatness",   "line profile",    "parallelism",     "perpendicularity", "position",
+        "roundness",  "straightness",    "surface profile", "symmetry",         "total runout"};
     const auto index = static_cast<std::size_t>(type);
     return index < std::size(kNames) ? kNames[index] : "geometric";
 }
 
-template <class Combined> bool takeType(const Handle(Standard_Transient) & entity, std::string& kind) {
+template <class Combined>
+bool takeType(const Handle(Standard_Transient) & entity, std::string& kind) {
     const auto combined = Handle(Combined)::DownCast(entity);
-    if (combined.IsNull())
+    if (combined.IsNull()) {
         return false;
+    }
     kind = wordsOf(combined->GetToleranceType());
     return true;
 }
 
 std::string toleranceKind(const Handle(Standard_Transient) & entity) {
     std::string kind;
-    if (entity->IsKind(STANDARD_TYPE(StepDimTol_GeoTolAndGeoTolWthDatRefAndModGeoTolAndPosTol)))
+    if (entity->IsKind(STANDARD_TYPE(StepDimTol_GeoTolAndGeoTolWthDatRefAndModGeoTolAndPosTol))) {
         return "position";
+    }
     if (takeType<StepDimTol_GeoTolAndGeoTolWthDatRef>(entity, kind) ||
         takeType<StepDimTol_GeoTolAndGeoTolWthDatRefAndGeoTolWthMod>(entity, kind) ||
-        takeType<StepDimTol_GeoTolAndGeoTolWthMod>(entity, kind))
+        takeType<StepDimTol_GeoTolAndGeoTolWthMod>(entity, kind)) {
         return kind;
+    }
     return wordsOf(entity->DynamicType()->Name());
 }
 
@@ -66,8 +71,9 @@ std::map<std::string, int> countTolerances(const StepData_StepModel& entities) {
     std::map<std::string, int> counts;
     for (int i = 1; i <= entities.NbEntities(); ++i) {
         const Handle(Standard_Transient) entity = entities.Value(i);
-        if (entity->IsKind(STANDARD_TYPE(StepDimTol_GeometricTolerance)))
+        if (entity->IsKind(STANDARD_TYPE(StepDimTol_GeometricTolerance))) {
             ++counts[toleranceKind(entity)];
+        }
     }
     return counts;
 }
@@ -76,11 +82,12 @@ std::map<std::string, int> countDatums(const StepData_StepModel& entities) {
     std::map<std::string, int> counts;
     for (int i = 1; i <= entities.NbEntities(); ++i) {
         const Handle(Standard_Transient) entity = entities.Value(i);
-        if (entity->IsKind(STANDARD_TYPE(StepDimTol_DatumTarget)))
+        if (entity->IsKind(STANDARD_TYPE(StepDimTol_DatumTarget))) {
             ++counts["datum target"];
-        else if (entity->IsKind(STANDARD_TYPE(StepDimTol_Datum)) &&
-                 !entity->IsKind(STANDARD_TYPE(StepDimTol_CommonDatum)))
+        } else if (entity->IsKind(STANDARD_TYPE(StepDimTol_Datum)) &&
+                   !entity->IsKind(STANDARD_TYPE(StepDimTol_CommonDatum))) {
             ++counts["datum"];
+        }
     }
     return counts;
 }

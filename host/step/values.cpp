@@ -47,9 +47,11 @@ std::string lengthName(double millimetres, const std::string& own) {
         return std::abs(millimetres - size) <= 1e-6 * size;
     };
     for (const auto& [name, size] :
-         {std::pair{"mm", 1.0}, {"in", 25.4}, {"cm", 10.0}, {"m", 1000.0}, {"ft", 304.8}})
-        if (is(size))
+         {std::pair{"mm", 1.0}, {"in", 25.4}, {"cm", 10.0}, {"m", 1000.0}, {"ft", 304.8}}) {
+        if (is(size)) {
             return name;
+        }
+    }
     return own;
 }
 
@@ -78,8 +80,9 @@ struct Quantity {
 };
 
 std::optional<Quantity> quantityOf(const Measure& measure) {
-    if (measure.IsNull() || measure->ValueComponentMember().IsNull())
+    if (measure.IsNull() || measure->ValueComponentMember().IsNull()) {
         return std::nullopt;
+    }
     Quantity quantity{measure->ValueComponent(), unitOf(measure->UnitComponent().NamedUnit())};
     if (quantity.unit.angle) {
         constexpr double kDegree = std::numbers::pi / 180;
@@ -91,31 +94,35 @@ std::optional<Quantity> quantityOf(const Measure& measure) {
 
 /// The measure of an item, whichever class it is of.
 Measure measureOf(const Entity& item) {
-    if (const auto plain = Measure::DownCast(item); !plain.IsNull())
+    if (const auto plain = Measure::DownCast(item); !plain.IsNull()) {
         return plain;
+    }
     if (const auto both = Handle(StepRepr_ReprItemAndMeasureWithUnit)::DownCast(item);
-        !both.IsNull())
+        !both.IsNull()) {
         return both->GetMeasureWithUnit();
+    }
     if (const auto named = Handle(StepRepr_MeasureRepresentationItem)::DownCast(item);
-        !named.IsNull())
+        !named.IsNull()) {
         return named->Measure();
-    if (const auto qualified =
-            Handle(StepShape_MeasureRepresentationItemAndQualifiedRepresentationItem)::DownCast(
-                item);
-        !qualified.IsNull())
+    }
+    if (const auto qualified = Handle(
+            StepShape_MeasureRepresentationItemAndQualifiedRepresentationItem)::DownCast(item);
+        !qualified.IsNull()) {
         return qualified->Measure();
+    }
     return {};
 }
 
 Handle(StepShape_HArray1OfValueQualifier) qualifiersOf(const Entity& item) {
     if (const auto both = Handle(StepRepr_ReprItemAndMeasureWithUnitAndQRI)::DownCast(item);
-        !both.IsNull() && !both->GetQualifiedRepresentationItem().IsNull())
+        !both.IsNull() && !both->GetQualifiedRepresentationItem().IsNull()) {
         return both->GetQualifiedRepresentationItem()->Qualifiers();
-    if (const auto qualified =
-            Handle(StepShape_MeasureRepresentationItemAndQualifiedRepresentationItem)::DownCast(
-                item);
-        !qualified.IsNull())
+    }
+    if (const auto qualified = Handle(
+            StepShape_MeasureRepresentationItemAndQualifiedRepresentationItem)::DownCast(item);
+        !qualified.IsNull()) {
         return qualified->Qualifiers();
+    }
     return {};
 }
 
@@ -124,54 +131,63 @@ std::optional<int> decimalsOf(const std::string& format) {
     constexpr int kMost = 9;
     const std::size_t point = format.rfind('.');
     int decimals = 0;
-    if (point == std::string::npos)
+    if (point == std::string::npos) {
         return std::nullopt;
+    }
     const char* first = format.data() + point + 1;
-    if (std::from_chars(first, format.data() + format.size(), decimals).ec != std::errc())
+    if (std::from_chars(first, format.data() + format.size(), decimals).ec != std::errc()) {
         return std::nullopt;
+    }
     return std::clamp(decimals, 0, kMost);
 }
 
 /// Words of the file that change how a number is written.
 void readRemark(const std::string& remark, Dimension& dimension) {
-    if (remark.empty())
+    if (remark.empty()) {
         return;
-    if (remark == "auxiliary" || remark == "reference")
+    }
+    if (remark == "auxiliary" || remark == "reference") {
         dimension.modifier = Modifier::Reference;
-    else if (remark == "theoretical" || remark == "basic")
+    } else if (remark == "theoretical" || remark == "basic") {
         dimension.modifier = Modifier::Basic;
-    else
+    } else {
         dimension.remarks.push_back(remark);
+    }
 }
 
 void readQualifiers(const Entity& item, Dimension& dimension) {
     const Handle(StepShape_HArray1OfValueQualifier) qualifiers = qualifiersOf(item);
-    if (qualifiers.IsNull())
+    if (qualifiers.IsNull()) {
         return;
+    }
     for (int i = qualifiers->Lower(); i <= qualifiers->Upper(); ++i) {
         const Entity qualifier = qualifiers->Value(i).Value();
         if (const auto format = Handle(StepShape_ValueFormatTypeQualifier)::DownCast(qualifier);
-            !format.IsNull() && !format->FormatType().IsNull())
+            !format.IsNull() && !format->FormatType().IsNull()) {
             dimension.decimals = decimalsOf(textOf(format->FormatType()));
-        else if (const auto type = Handle(StepShape_TypeQualifier)::DownCast(qualifier);
-                 !type.IsNull())
+        } else if (const auto type = Handle(StepShape_TypeQualifier)::DownCast(qualifier);
+                   !type.IsNull()) {
             readRemark(textOf(type->Name()), dimension);
+        }
     }
 }
 
 /// Bytes that are not UTF-8 become question marks.
 std::string validUtf8(std::string text) {
-    while (const auto invalid = findInvalidUtf8(text))
+    while (const auto invalid = findInvalidUtf8(text)) {
         text[*invalid] = '?';
+    }
     return text;
 }
 
 std::string nameOf(const Entity& item) {
     const auto named = Handle(StepRepr_RepresentationItem)::DownCast(item);
-    if (named.IsNull())
+    if (named.IsNull()) {
         return {};
-    if (!named->Name().IsNull())
+    }
+    if (!named->Name().IsNull()) {
         return textOf(named->Name());
+    }
     const auto both = Handle(StepRepr_ReprItemAndMeasureWithUnit)::DownCast(item);
     return both.IsNull() || both->GetRepresentationItem().IsNull()
                ? std::string()
@@ -186,8 +202,9 @@ void takeUnit(const Quantity& quantity, Dimension& dimension) {
 /// In the dimension's own unit.
 std::optional<double> valueIn(const Dimension& dimension, const Entity& item) {
     const auto quantity = quantityOf(measureOf(item));
-    if (!quantity || !std::isfinite(quantity->value))
+    if (!quantity || !std::isfinite(quantity->value)) {
         return std::nullopt;
+    }
     return quantity->unit.size == dimension.unitSize
                ? quantity->value
                : quantity->value * quantity->unit.size / dimension.unitSize;
@@ -196,8 +213,9 @@ std::optional<double> valueIn(const Dimension& dimension, const Entity& item) {
 } // namespace
 
 std::string textOf(const Handle(TCollection_HAsciiString) & text) {
-    if (text.IsNull())
+    if (text.IsNull()) {
         return {};
+    }
     std::string line = validUtf8(text->ToCString());
     std::replace_if(
         line.begin(), line.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
@@ -207,9 +225,11 @@ std::string textOf(const Handle(TCollection_HAsciiString) & text) {
 std::vector<Entity> elementsOf(const Entity& item) {
     std::vector<Entity> elements;
     const auto compound = Handle(StepRepr_CompoundRepresentationItem)::DownCast(item);
-    if (!compound.IsNull() && !compound->ItemElement().IsNull())
-        for (int i = 1; i <= compound->NbItemElement(); ++i)
+    if (!compound.IsNull() && !compound->ItemElement().IsNull()) {
+        for (int i = 1; i <= compound->NbItemElement(); ++i) {
             elements.push_back(compound->ItemElementValue(i));
+        }
+    }
     return elements;
 }
 
@@ -220,40 +240,48 @@ void readItem(const Entity& item, Dimension& dimension) {
         return;
     }
     const auto quantity = quantityOf(measureOf(item));
-    if (!quantity || !std::isfinite(quantity->value))
+    if (!quantity || !std::isfinite(quantity->value)) {
         return;
-    if (dimension.unit.empty())
+    }
+    if (dimension.unit.empty()) {
         takeUnit(*quantity, dimension);
+    }
     const std::string name = nameOf(item);
     const std::optional<double> value = valueIn(dimension, item);
-    if (name == "upper limit" || name == "upper bound")
+    if (name == "upper limit" || name == "upper bound") {
         dimension.upper = value;
-    else if (name == "lower limit" || name == "lower bound")
+    } else if (name == "lower limit" || name == "lower bound") {
         dimension.lower = value;
-    else if (!dimension.nominal || name == "nominal value")
+    } else if (!dimension.nominal || name == "nominal value") {
         dimension.nominal = value;
+    }
     readQualifiers(item, dimension);
 }
 
 void settleLimits(Dimension& dimension) {
-    if (!dimension.upper && !dimension.lower)
+    if (!dimension.upper && !dimension.lower) {
         return;
+    }
     dimension.limits = dimension.upper && dimension.lower;
     if (!dimension.nominal) {
         const double one = dimension.upper.value_or(dimension.lower.value_or(0));
         const double other = dimension.lower.value_or(one);
         dimension.nominal = (one + other) / 2;
     }
-    for (std::optional<double>* limit : {&dimension.upper, &dimension.lower})
-        if (*limit)
+    for (std::optional<double>* limit : {&dimension.upper, &dimension.lower}) {
+        if (*limit) {
             **limit -= *dimension.nominal;
+        }
+    }
 }
 
 void setTolerance(const Entity& lower, const Entity& upper, Dimension& dimension) {
-    if (const auto value = valueIn(dimension, upper))
+    if (const auto value = valueIn(dimension, upper)) {
         dimension.upper = value;
-    if (const auto value = valueIn(dimension, lower))
+    }
+    if (const auto value = valueIn(dimension, lower)) {
         dimension.lower = value;
+    }
 }
 
 } // namespace host::step

@@ -22,7 +22,7 @@ std::vector<Handle(Standard_Transient)> elementsOf(const Handle(Standard_Transie
 void settleLimits(Dimension& dimension);
 
 /// In the dimension's unit, relative to its nominal.
-void setTolerance(const Handle(Standard_Transient) & lower, const Handle(Standard_Transient) & upper,
-                  Dimension& dimension);
+void setTolerance(const Handle(Standard_Transient) & lower,
+                  const Handle(Standard_Transient) & upper, Dimension& dimension);
 
 } // namespace host::step

@@ -16,10 +16,12 @@ std::optional<double> measuredByLibrary(const Annotation& annotation, const Shee
         BuiltAnnotation built;
         buildAnnotation(scene, 0, built);
         const CallResult* call = built.measuringCall();
-        if (call == nullptr || !std::isfinite(call->measured.value))
+        if (call == nullptr || !std::isfinite(call->measured.value)) {
             return std::nullopt;
-        if (call->measured.quantity == Quantity::Angle)
+        }
+        if (call->measured.quantity == Quantity::Angle) {
             return call->measured.value;
+        }
         return call->measured.value / model.dimensions[annotation.dimension].unitSize;
     } catch (const SceneError&) {
         return std::nullopt;

@@ -24,19 +24,25 @@ ordered_json line(const LineEdge& edge) {
 
 ordered_json arc(const Vec3& centre, const Vec3& normal, double radius, const Vec3& start,
                  const Vec3& end) {
-    return {{"type", "arc"},        {"centre", vector(centre)}, {"normal", vector(normal)},
-            {"radius", number(radius)}, {"start", vector(start)},   {"end", vector(end)}};
+    return {{"type", "arc"},
+            {"centre", vector(centre)},
+            {"normal", vector(normal)},
+            {"radius", number(radius)},
+            {"start", vector(start)},
+            {"end", vector(end)}};
 }
 
 ordered_json viewMatrix(const View& view) {
     auto matrix = ordered_json::array();
     for (std::size_t row = 0; row < 3; ++row) {
-        for (const Vec3* axis : {&view.right, &view.up, &view.towardsViewer})
+        for (const Vec3* axis : {&view.right, &view.up, &view.towardsViewer}) {
             matrix.push_back(rounded((*axis)[row]));
+        }
         matrix.push_back(0);
     }
-    for (const int last : {0, 0, 0, 1})
+    for (const int last : {0, 0, 0, 1}) {
         matrix.push_back(last);
+    }
     return matrix;
 }
 
@@ -53,12 +59,12 @@ bool canStandInScene(const Edge& edge) {
 
 ordered_json edge(const PictureEdge& drawn) {
     const Edge& shape = drawn.edge;
-    ordered_json json =
-        shape.kind == CurveKind::Circle
-            ? arc(shape.centre, shape.axis, shape.radius, shape.start, shape.end)
-            : line({shape.start, shape.end});
-    if (drawn.hidden)
+    ordered_json json = shape.kind == CurveKind::Circle
+                            ? arc(shape.centre, shape.axis, shape.radius, shape.start, shape.end)
+                            : line({shape.start, shape.end});
+    if (drawn.hidden) {
         json["hidden"] = true;
+    }
     return json;
 }
 
@@ -115,15 +121,17 @@ void addGeometry(const Annotation& annotation, const Sheet& sheet, ordered_json&
         call["edge2"] = line(annotation.edges[1]);
         call["pick2"] = vector(annotation.picks[1]);
         break;
-    case Shown::Note: break;
+    case Shown::Note:
+        break;
     }
     call["locate"] = vector(annotation.locate);
     call["height"] = number(sheet.textHeight);
 }
 
 ordered_json labelOf(const Annotation& annotation) {
-    if (annotation.text.size() == 1)
+    if (annotation.text.size() == 1) {
         return annotation.text.front();
+    }
     return annotation.text;
 }
 
@@ -144,10 +152,11 @@ ordered_json annotationOf(const Annotation& annotation, const Sheet& sheet, cons
         addGeometry(annotation, sheet, call);
         calls.push_back(std::move(call));
     }
-    if (annotation.boxed)
+    if (annotation.boxed) {
         calls.push_back({{"call", "FillEnvelope"},
                          {"backgroundColour", "#ffffff"},
                          {"frameColour", "#0b3d78"}});
+    }
     json["calls"] = std::move(calls);
     return json;
 }
@@ -161,12 +170,15 @@ ordered_json sceneOf(const Sheet& sheet, const Picture& picture, const Model& mo
     scene["finish"] = {
         {"arrow", "fit"}, {"gap", number(kTextGap * sheet.textHeight)}, {"readable", true}};
     scene["edges"] = ordered_json::array();
-    for (const PictureEdge& drawn : picture.edges)
-        if (canStandInScene(drawn.edge))
+    for (const PictureEdge& drawn : picture.edges) {
+        if (canStandInScene(drawn.edge)) {
             scene["edges"].push_back(edge(drawn));
+        }
+    }
     scene["annotations"] = ordered_json::array();
-    for (const Annotation& annotation : sheet.annotations)
+    for (const Annotation& annotation : sheet.annotations) {
         scene["annotations"].push_back(annotationOf(annotation, sheet, model));
+    }
     return scene;
 }
 

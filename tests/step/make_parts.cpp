@@ -87,8 +87,8 @@ public:
         for (int i = 1; i <= model_->NbEntities(); ++i) {
             const auto link =
                 Handle(StepShape_ShapeDefinitionRepresentation)::DownCast(model_->Value(i));
-            if (link.IsNull() || !link->UsedRepresentation()->IsKind(STANDARD_TYPE(
-                                     StepShape_AdvancedBrepShapeRepresentation)))
+            if (link.IsNull() || !link->UsedRepresentation()->IsKind(
+                                     STANDARD_TYPE(StepShape_AdvancedBrepShapeRepresentation)))
                 continue;
             products_.push_back(model_->Number(link->Definition().Value()));
             representations_.push_back(model_->Number(link->UsedRepresentation()));
@@ -186,15 +186,13 @@ public:
         const std::string kind = angular ? "PLANE_ANGLE" : "LENGTH";
         const std::string unit = reference(angular ? angle_ : length_);
         const std::string qualified =
-            decimals < 0
-                ? ""
-                : "QUALIFIED_REPRESENTATION_ITEM((" +
-                      reference(add("VALUE_FORMAT_TYPE_QUALIFIER('NR2 3." +
-                                    std::to_string(decimals) + "')")) +
-                      "))";
-        const std::string measure =
-            "MEASURE_REPRESENTATION_ITEM()MEASURE_WITH_UNIT(" + kind + "_MEASURE(" + real(value) +
-            ")," + unit + ")";
+            decimals < 0 ? ""
+                         : "QUALIFIED_REPRESENTATION_ITEM((" +
+                               reference(add("VALUE_FORMAT_TYPE_QUALIFIER('NR2 3." +
+                                             std::to_string(decimals) + "')")) +
+                               "))";
+        const std::string measure = "MEASURE_REPRESENTATION_ITEM()MEASURE_WITH_UNIT(" + kind +
+                                    "_MEASURE(" + real(value) + ")," + unit + ")";
         const std::string typed = kind + "_MEASURE_WITH_UNIT()";
         return add("(" + (angular ? measure + typed : typed + measure) + qualified +
                    "REPRESENTATION_ITEM('" + name + "'))");
@@ -210,9 +208,9 @@ public:
         values(dimension, {item("nominal value", nominal, decimals, angular)});
     }
     void limits(int dimension, double nominal, double upper, double lower) {
-        values(dimension, {item("nominal value", nominal, -1, false),
-                          item("upper limit", upper, -1, false),
-                          item("lower limit", lower, -1, false)});
+        values(dimension,
+               {item("nominal value", nominal, -1, false), item("upper limit", upper, -1, false),
+                item("lower limit", lower, -1, false)});
     }
     int note(const std::string& word) {
         return add("DESCRIPTIVE_REPRESENTATION_ITEM('dimensional note','" + word + "')");
@@ -277,8 +275,8 @@ private:
 
     int millimetre() { return add("(LENGTH_UNIT()NAMED_UNIT(*)SI_UNIT(.MILLI.,.METRE.))"); }
     int inch() {
-        const int base = add("LENGTH_MEASURE_WITH_UNIT(LENGTH_MEASURE(25.4)," +
-                             reference(millimetre()) + ")");
+        const int base =
+            add("LENGTH_MEASURE_WITH_UNIT(LENGTH_MEASURE(25.4)," + reference(millimetre()) + ")");
         const int exponents = add("DIMENSIONAL_EXPONENTS(1.,0.,0.,0.,0.,0.,0.)");
         return add("(CONVERSION_BASED_UNIT('INCH'," + reference(base) +
                    ")LENGTH_UNIT()NAMED_UNIT(" + reference(exponents) + "))");
@@ -335,8 +333,9 @@ void makePlate(const std::string& path) {
     const gp_Pnt holes[] = {{10, 10, 0}, {110, 10, 0}, {10, 70, 0}, {110, 70, 0}};
     for (const gp_Pnt& hole : holes)
         shape = cut(shape, cylinder(hole, kZ, 4.5, 12));
-    const TopoDS_Shape slot = fuse(fuse(box(28, 12, 12, {26, 34, 0}), cylinder({26, 40, 0}, kZ, 6, 12)),
-                                   cylinder({54, 40, 0}, kZ, 6, 12));
+    const TopoDS_Shape slot =
+        fuse(fuse(box(28, 12, 12, {26, 34, 0}), cylinder({26, 40, 0}, kZ, 6, 12)),
+             cylinder({54, 40, 0}, kZ, 6, 12));
     shape = cut(shape, slot);
     shape = cut(shape, box(25, 30, 4, {75, 25, 8}));
     PartFile file(shape, "PLATE", false);
@@ -373,12 +372,13 @@ void makePlate(const std::string& path) {
     file.value(edge, 10, 1);
     file.tolerance(edge, -0.1, 0.1);
 
-    const int slotEnds = file.location("linear distance", file.aspect(file.cylinders(6, {26, 40, 0})),
-                                       file.aspect(file.cylinders(6, {54, 40, 0})));
+    const int slotEnds =
+        file.location("linear distance", file.aspect(file.cylinders(6, {26, 40, 0})),
+                      file.aspect(file.cylinders(6, {54, 40, 0})));
     file.value(slotEnds, 28, 1);
-    const int slotWhole = file.location("linear distance outer outer",
-                                        file.aspect(file.cylinders(6, {26, 40, 0})),
-                                        file.aspect(file.cylinders(6, {54, 40, 0})));
+    const int slotWhole =
+        file.location("linear distance outer outer", file.aspect(file.cylinders(6, {26, 40, 0})),
+                      file.aspect(file.cylinders(6, {54, 40, 0})));
     file.values(slotWhole, {file.item("nominal value", 40, 0, false), file.note("auxiliary")});
     Faces sides = file.planes(kY, 34);
     const Faces other = file.planes(kY, 46);
@@ -396,9 +396,9 @@ void makePlate(const std::string& path) {
     file.value(wrong, 26, 1);
     file.location("linear distance", file.aspect(file.planes(kY, 25)), front);
 
-    const int line = file.add("POLYLINE('',(" +
-                              reference(file.add("CARTESIAN_POINT('',(10.,10.,0.))")) + "," +
-                              reference(file.add("CARTESIAN_POINT('',(10.,10.,12.))")) + "))");
+    const int line =
+        file.add("POLYLINE('',(" + reference(file.add("CARTESIAN_POINT('',(10.,10.,0.))")) + "," +
+                 reference(file.add("CARTESIAN_POINT('',(10.,10.,12.))")) + "))");
     const int curves = file.add("GEOMETRIC_CURVE_SET('thread',(" + reference(line) + "))");
     const int thread = file.size("diameter", file.aspect({curves}));
     file.value(thread, 10, 0);
@@ -417,9 +417,8 @@ void makeShaft(const std::string& path) {
     shape = fuse(shape, cylinder({70, 0, 0}, kX, 8, 25));
     shape = fuse(shape, BRepPrimAPI_MakeSphere(gp_Pnt(95, 0, 0), 10).Shape());
     // A chamfer of 45 degrees at the left end.
-    const TopoDS_Shape ring =
-        cut(cylinder({-1, 0, 0}, kX, 20, 3),
-            BRepPrimAPI_MakeCone(gp_Ax2({-1, 0, 0}, kX), 7, 10, 3).Shape());
+    const TopoDS_Shape ring = cut(cylinder({-1, 0, 0}, kX, 20, 3),
+                                  BRepPrimAPI_MakeCone(gp_Ax2({-1, 0, 0}, kX), 7, 10, 3).Shape());
     shape = cut(shape, ring);
     // A shoulder fillet is a part of a torus.
     BRepFilletAPI_MakeFillet fillet(shape);
@@ -441,7 +440,8 @@ void makeShaft(const std::string& path) {
     };
     file.fit(diameter(10, 20, 0), "h", "6");
     file.tolerance(diameter(15, 30, 2), -0.05, 0.02);
-    file.limits(file.size("diameter", file.aspect(file.cylinders(8, {50, 0, 0}))), 16, 16.05, 15.95);
+    file.limits(file.size("diameter", file.aspect(file.cylinders(8, {50, 0, 0}))), 16, 16.05,
+                15.95);
     file.value(file.size("spherical diameter", file.aspect(file.ofType(GeomAbs_Sphere))), 20, 1);
     file.value(file.size("radius", file.aspect(file.ofType(GeomAbs_Torus))), 2, 1);
     file.value(file.size("toroidal major radius", file.aspect(file.ofType(GeomAbs_Torus))), 12, 1);
@@ -451,8 +451,7 @@ void makeShaft(const std::string& path) {
     const int shoulder = file.aspect(file.planes(kX, 30));
     file.value(file.location("linear distance", file.aspect(file.planes(kX, 0)), shoulder), 30, 1);
     file.value(file.location("linear distance", shoulder, file.aspect(file.planes(kX, 70))), 40, 1);
-    file.value(file.location("linear distance", shoulder,
-                             file.aspect(file.ofType(GeomAbs_Sphere))),
+    file.value(file.location("linear distance", shoulder, file.aspect(file.ofType(GeomAbs_Sphere))),
                65, 1);
     file.write(path);
 }
@@ -470,8 +469,9 @@ void makeBracket(const std::string& path) {
     outline.Add(at(0.5 - 2.5 * slope, 3));
     outline.Add(at(0 - 3 * slope, 3));
     outline.Close();
-    TopoDS_Shape shape =
-        BRepPrimAPI_MakePrism(BRepBuilderAPI_MakeFace(outline.Wire()).Face(), gp_Vec(0, 0, 1.5 * kInch)).Shape();
+    TopoDS_Shape shape = BRepPrimAPI_MakePrism(BRepBuilderAPI_MakeFace(outline.Wire()).Face(),
+                                               gp_Vec(0, 0, 1.5 * kInch))
+                             .Shape();
     for (const double x : {2.0, 3.25})
         shape = cut(shape, cylinder({x * kInch, 0, 0.75 * kInch}, kY, 0.1405 * kInch, 0.5 * kInch));
     BRepFilletAPI_MakeFillet fillet(shape);
@@ -498,10 +498,13 @@ void makeBracket(const std::string& path) {
     const int angle = file.angularLocation(base, file.aspect({sloped.front()}));
     file.value(angle, 120, 1, true);
     file.tolerance(angle, -0.5, 0.5, true);
-    const int inner = file.size("radius", file.aspect(file.cylinders(0.25 * kInch, {0.5 * kInch, 0.5 * kInch, 0}, 10)));
-    file.values(inner, {file.item("nominal value", 0.25, 2, false), file.note("controlled radius")});
+    const int inner = file.size(
+        "radius", file.aspect(file.cylinders(0.25 * kInch, {0.5 * kInch, 0.5 * kInch, 0}, 10)));
+    file.values(inner,
+                {file.item("nominal value", 0.25, 2, false), file.note("controlled radius")});
     file.tolerance(inner, -0.01, 0.01);
-    file.value(file.size("radius", file.aspect(file.cylinders(0.125 * kInch, {3.875 * kInch, 0.375 * kInch, 0}, 1))),
+    file.value(file.size("radius", file.aspect(file.cylinders(
+                                       0.125 * kInch, {3.875 * kInch, 0.375 * kInch, 0}, 1))),
                0.125, 3);
     Faces bores = file.cylinders(0.1405 * kInch, {2 * kInch, 0, 0.75 * kInch});
     const Faces second = file.cylinders(0.1405 * kInch, {3.25 * kInch, 0, 0.75 * kInch});
@@ -561,10 +564,9 @@ void makePin(const std::string& path) {
 
 /// Millimetres: a base with one pin that stands in two places.
 void makeAssembly(const std::string& path) {
-    const TopoDS_Shape base =
-        cut(cut(box(80, 40, 15), cylinder({20, 20, 0}, kZ, 6, 15)), cylinder({60, 20, 0}, kZ, 6, 15));
-    const TopoDS_Shape pin =
-        fuse(cylinder({0, 0, 0}, kZ, 6, 30), cylinder({0, 0, 30}, kZ, 9, 5));
+    const TopoDS_Shape base = cut(cut(box(80, 40, 15), cylinder({20, 20, 0}, kZ, 6, 15)),
+                                  cylinder({60, 20, 0}, kZ, 6, 15));
+    const TopoDS_Shape pin = fuse(cylinder({0, 0, 0}, kZ, 6, 30), cylinder({0, 0, 30}, kZ, 9, 5));
     TopoDS_Compound both;
     BRep_Builder builder;
     builder.MakeCompound(both);
@@ -589,9 +591,7 @@ void makeAssembly(const std::string& path) {
 }
 
 /// No dimension at all.
-void makeBlank(const std::string& path) {
-    PartFile(box(30, 20, 10), "BLANK", false).write(path);
-}
+void makeBlank(const std::string& path) { PartFile(box(30, 20, 10), "BLANK", false).write(path); }
 
 } // namespace
 

@@ -36,9 +36,10 @@ Face boreFace(const Vec3& centre, double radius, double depth) {
         rim.centre = centre + Vec3{0, 0, z};
         rim.radius = radius;
         rim.start = rim.end = rim.centre + Vec3{radius, 0, 0};
-        for (int i = 0; i <= 8; ++i)
+        for (int i = 0; i <= 8; ++i) {
             rim.points.push_back(rim.centre + radius * Vec3{std::cos(i * 0.7853981633974483),
                                                             std::sin(i * 0.7853981633974483), 0});
+        }
         face.points.insert(face.points.end(), rim.points.begin(), rim.points.end());
         face.edges.push_back(rim);
     }
@@ -77,10 +78,13 @@ Model block() {
     corner.points = {{100, 0, 14}};
     Model model;
     model.planes = {left, right, top, step, slope};
-    for (const double x : {0., 100.})
-        for (const double y : {0., 60.})
-            for (const double z : {0., 20.})
+    for (const double x : {0., 100.}) {
+        for (const double y : {0., 60.}) {
+            for (const double z : {0., 20.}) {
                 model.hull.push_back({x, y, z});
+            }
+        }
+    }
     const auto size = DimensionKind::Size;
     const auto location = DimensionKind::Location;
     model.dimensions = {
@@ -116,8 +120,9 @@ struct Motion {
 };
 
 void move(std::vector<Vec3>& points, const Motion& motion) {
-    for (Vec3& point : points)
+    for (Vec3& point : points) {
         point = motion.point(point);
+    }
 }
 
 void move(Face& face, const Motion& motion) {
@@ -125,8 +130,9 @@ void move(Face& face, const Motion& motion) {
     face.axis = motion.direction(face.axis);
     move(face.points, motion);
     for (Edge& edge : face.edges) {
-        for (Vec3* point : {&edge.start, &edge.end, &edge.centre})
+        for (Vec3* point : {&edge.start, &edge.end, &edge.centre}) {
             *point = motion.point(*point);
+        }
         edge.axis = motion.direction(edge.axis);
         move(edge.points, motion);
     }
@@ -135,13 +141,15 @@ void move(Face& face, const Motion& motion) {
 Model moved(Model model, const Motion& motion) {
     for (Dimension& dimension : model.dimensions) {
         for (Feature* feature : {&dimension.first, &dimension.second}) {
-            for (Face& face : feature->faces)
+            for (Face& face : feature->faces) {
                 move(face, motion);
+            }
             move(feature->points, motion);
         }
     }
-    for (Face& plane : model.planes)
+    for (Face& plane : model.planes) {
         move(plane, motion);
+    }
     move(model.hull, motion);
     return model;
 }
@@ -165,16 +173,16 @@ TEST(StepDerive, DoesNotHangOnWhereThePartStands) {
 
 TEST(StepDerive, SaysBothNumbersWhereThePartContradicts) {
     const Drawing drawing = makeDrawing("block", block());
-    EXPECT_EQ(drawing.outcomes[8].reason,
-              "the part measures 4.00 mm where the file says 5.00 mm");
+    EXPECT_EQ(drawing.outcomes[8].reason, "the part measures 4.00 mm where the file says 5.00 mm");
 }
 
 TEST(StepDerive, AllowsHalfOfTheLastDecimal) {
     Model model = block();
     Dimension& length = model.dimensions[0];
-    for (const auto& [nominal, decimals, fate] :
-         {std::tuple{100.05, 1, Fate::Drawn}, {100.051, 1, Fate::Noted},
-          {100.4, 0, Fate::Drawn}, {100.6, 0, Fate::Noted}}) {
+    for (const auto& [nominal, decimals, fate] : {std::tuple{100.05, 1, Fate::Drawn},
+                                                  {100.051, 1, Fate::Noted},
+                                                  {100.4, 0, Fate::Drawn},
+                                                  {100.6, 0, Fate::Noted}}) {
         length.nominal = nominal;
         length.decimals = decimals;
         EXPECT_EQ(derive(length, model).fate, fate) << nominal;
@@ -200,8 +208,9 @@ TEST(StepText, KeepsTheDecimalsAndMarksOfTheFile) {
 TEST(StepRecords, ComeThroughThePipeWhole) {
     const std::string bytes = packModel(block());
     EXPECT_EQ(packModel(unpackModel(bytes)), bytes);
-    for (std::size_t size = 0; size < bytes.size(); size += 97)
+    for (std::size_t size = 0; size < bytes.size(); size += 97) {
         EXPECT_THROW(unpackModel(std::string_view(bytes).substr(0, size)), StepError) << size;
+    }
     EXPECT_THROW(unpackModel(bytes + "x"), StepError);
 }
 

@@ -98,9 +98,11 @@ fs::path drawnPart(const std::string& name) {
 
 std::vector<fs::path> filesIn(const fs::path& folder, const std::string& extension) {
     std::vector<fs::path> files;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder))
-        if (entry.path().extension() == extension)
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+        if (entry.path().extension() == extension) {
             files.push_back(entry.path());
+        }
+    }
     std::sort(files.begin(), files.end());
     return files;
 }
@@ -112,8 +114,9 @@ TEST_P(Part, IsReportedAndDrawnAsApproved) {
     const Result report = run("report --json " + quoted(partFile(name)), name);
     expectGolden(report.out, name + ".json");
     const fs::path folder = drawnPart(name);
-    for (const fs::path& picture : filesIn(folder, ".svg"))
+    for (const fs::path& picture : filesIn(folder, ".svg")) {
         expectGolden(contentOf(picture), name + "_" + picture.filename().string());
+    }
 }
 
 TEST_P(Part, CountsEveryDimensionOnce) {
@@ -127,8 +130,9 @@ TEST_P(Part, CountsEveryDimensionOnce) {
     }
     const json& counts = report["counts"];
     EXPECT_EQ(counts["dimensions"], report["dimensions"].size());
-    for (const char* fate : {"drawn", "noted", "refused"})
+    for (const char* fate : {"drawn", "noted", "refused"}) {
         EXPECT_EQ(counts[fate], fates[fate]) << fate;
+    }
 }
 
 /// A line of text on paper, or a line of the part.
@@ -162,9 +166,11 @@ void addTexts(const host::BuiltAnnotation& built, const host::Scene& scene,
             const host::Vec2 up = upright ? host::Vec2{0, 1} : plane.offset(host::vectorOf(y));
             const host::Vec2 start = plane.point(host::vectorOf(text->GetInnerLoc()));
             const double height = host::charSizeOf(*text).height * host::kCapitalHeight;
-            for (const double along : {0.0, host::widthOf(*text)})
-                for (const double above : {0.0, height})
+            for (const double along : {0.0, host::widthOf(*text)}) {
+                for (const double above : {0.0, height}) {
                     box.add(start + along * right + above * up);
+                }
+            }
             // Read upright or from the right, never mirrored.
             EXPECT_GT(right.x * up.y - right.y * up.x, 0) << built.name;
             EXPECT_GT(right.x + 1e-3 * right.y, 0) << built.name;
@@ -180,11 +186,12 @@ TEST_P(Part, HasNoTextOverAnotherOrOverThePart) {
         const host::Scene scene(contentOf(file));
         const host::Projection paper(scene.view());
         Box part;
-        for (const host::ModelEdge& edge : scene.edges())
+        for (const host::ModelEdge& edge : scene.edges()) {
             if (const auto* line = std::get_if<host::LineEdge>(&edge.edge)) {
                 part.add(paper.point(line->start));
                 part.add(paper.point(line->end));
             }
+        }
         std::vector<Box> texts;
         for (std::size_t i = 0; i < scene.annotationCount(); ++i) {
             host::BuiltAnnotation built;
@@ -193,9 +200,10 @@ TEST_P(Part, HasNoTextOverAnotherOrOverThePart) {
         }
         for (std::size_t i = 0; i < texts.size(); ++i) {
             EXPECT_FALSE(texts[i].overlaps(part)) << file << ' ' << texts[i].what;
-            for (std::size_t j = i + 1; j < texts.size(); ++j)
+            for (std::size_t j = i + 1; j < texts.size(); ++j) {
                 EXPECT_FALSE(texts[i].overlaps(texts[j]))
                     << file << ' ' << texts[i].what << ' ' << texts[j].what;
+            }
         }
     }
 }
@@ -203,11 +211,13 @@ TEST_P(Part, HasNoTextOverAnotherOrOverThePart) {
 TEST_P(Part, GivesTheSameBytesOnEveryRun) {
     const fs::path folder = drawnPart(GetParam());
     std::map<fs::path, std::string> first;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder))
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
         first[entry.path()] = contentOf(entry.path());
+    }
     EXPECT_EQ(drawnPart(GetParam()), folder);
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder))
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
         EXPECT_TRUE(first[entry.path()] == contentOf(entry.path())) << entry.path();
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Step, Part, testing::ValuesIn(kNames),
@@ -248,8 +258,9 @@ TEST(StepReport, HasTheValuesOfTheFile) {
         {"assembly", "⌀18.0", "drawn", "mm", 18},
     };
     std::map<std::string, json> reports;
-    for (const char* name : kNames)
+    for (const char* name : kNames) {
         reports[name] = reportOf(name);
+    }
     for (const Known& expected : known) {
         const json& all = reports[expected.part]["dimensions"];
         const auto found = std::find_if(all.begin(), all.end(), [&](const json& dimension) {
@@ -280,8 +291,9 @@ TEST(StepReport, RefusesWhatIsNoPartInOneLine) {
     const std::string plate = contentOf(partFile("plate"));
     std::string noise(5000, ' ');
     std::mt19937 random(5);
-    for (char& c : noise)
+    for (char& c : noise) {
         c = static_cast<char>(random() % 256);
+    }
     const std::map<std::string, std::string> inputs = {
         {"empty.stp", ""},
         {"cut.stp", plate.substr(0, plate.size() / 3)},
@@ -310,17 +322,18 @@ TEST(StepDraw, DrawsOneViewOrSaysWhichThereAre) {
     EXPECT_EQ(filesIn(folder, ".svg"), std::vector{folder / "front.svg"});
     expectRefusal(run("draw --view nowhere " + part, "nowhere"), "only front, top");
     write(folder / "file", "");
-    expectRefusal(run("draw " + quoted(partFile("blank")) + " -o " + quoted(folder / "file"),
-                      "no_folder"),
-                  "cannot be made");
+    expectRefusal(
+        run("draw " + quoted(partFile("blank")) + " -o " + quoted(folder / "file"), "no_folder"),
+        "cannot be made");
 }
 
 TEST(StepDraw, LinksEveryRowOfItsPageToItsAnnotation) {
     const fs::path folder = drawnPart("plate");
     const std::string page = contentOf(folder / "index.html");
     std::string pictures;
-    for (const fs::path& picture : filesIn(folder, ".svg"))
+    for (const fs::path& picture : filesIn(folder, ".svg")) {
         pictures += contentOf(picture);
+    }
     for (const json& dimension : reportOf("plate")["dimensions"]) {
         const std::string name =
             "data-name=\"#" + std::to_string(dimension["entity"].get<int>()) + '"';
@@ -330,26 +343,38 @@ TEST(StepDraw, LinksEveryRowOfItsPageToItsAnnotation) {
     }
     EXPECT_EQ(page.find("src="), std::string::npos);
     EXPECT_EQ(page.find("@import"), std::string::npos);
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder))
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
         EXPECT_NE(entry.path().extension(), ".part");
+    }
 }
 
 /// A file with a few bytes changed, doubled or cut out, mostly among its product data.
 std::string mutated(std::string text, std::mt19937& random) {
-    const auto below = [&](std::size_t limit) { return random() % std::max<std::size_t>(limit, 1); };
+    const auto below = [&](std::size_t limit) {
+        return random() % std::max<std::size_t>(limit, 1);
+    };
     for (std::size_t change = 1 + below(8); change > 0; --change) {
-        const std::size_t at = below(2) == 0 ? below(text.size())
-                                             : text.size() - 1 - below(text.size() / 4);
+        const std::size_t at =
+            below(2) == 0 ? below(text.size()) : text.size() - 1 - below(text.size() / 4);
         switch (below(5)) {
-        case 0: text[at] = static_cast<char>(random() % 256); break;
-        case 1: text[at] = "0123456789#,();$*'."[below(19)]; break;
-        case 2: text.erase(at, 1 + below(40)); break;
-        case 3: text.insert(at, text.substr(below(text.size()), 1 + below(60))); break;
+        case 0:
+            text[at] = static_cast<char>(random() % 256);
+            break;
+        case 1:
+            text[at] = "0123456789#,();$*'."[below(19)];
+            break;
+        case 2:
+            text.erase(at, 1 + below(40));
+            break;
+        case 3:
+            text.insert(at, text.substr(below(text.size()), 1 + below(60)));
+            break;
         default: {
             // Another entity in one's place.
             const std::size_t mark = text.find('#', at);
-            if (mark != std::string::npos && mark + 4 < text.size())
+            if (mark != std::string::npos && mark + 4 < text.size()) {
                 text.replace(mark + 1, 3, std::to_string(100 + below(900)));
+            }
         }
         }
     }
