@@ -43,9 +43,20 @@ void makeReadable(const Ank_PMI& pmi, const ViewInPlane& view) {
     }
 }
 
+void setSpacing(const Ank_PMI& pmi, double spacing) {
+    for (const Ank_ComText* block : pmi.GetComText()) {
+        for (Ank_Text* text : block->GetTexts()) {
+            text->SetCharSpacing(static_cast<float>(spacing));
+        }
+    }
+}
+
 void finishText(Ank_PMI& pmi, const ViewInPlane& view, const FinishOptions& options,
                 const CallResult& call) {
     const bool readable = options.readable.value_or(false);
+    if (options.spacing) {
+        setSpacing(pmi, *options.spacing);
+    }
     std::optional<TextBlock> block = valueBlock(pmi, view);
     if (block) {
         const double middle = block->estimatedMiddle();

@@ -30,8 +30,10 @@ struct FinishOptions {
     /// Lines in place of the value; `mistakeInLabel` says whether they can be.
     std::vector<std::wstring> label;
     std::optional<bool> readable;
+    /// Between characters, beside what the font has; at least 0.
+    std::optional<double> spacing;
 
-    bool empty() const { return !arrow && !gap && label.empty() && !readable; }
+    bool empty() const { return !arrow && !gap && label.empty() && !readable && !spacing; }
 };
 
 /// Finishes an annotation for a view.

@@ -20,12 +20,12 @@ ArrowLength readArrow(const Value& value) {
     return {false, value.number()};
 }
 
-double readGap(const Value& value) {
-    const double gap = value.number();
-    if (gap < 0) {
+double readDistance(const Value& value) {
+    const double distance = value.number();
+    if (distance < 0) {
         value.fail("expected a distance of at least 0");
     }
-    return gap;
+    return distance;
 }
 
 std::wstring readLabelLine(const Value& value) {
@@ -66,13 +66,16 @@ FinishOptions readFinish(const Value& value, const FinishOptions& inherited) {
         options.arrow = readArrow(*arrow);
     }
     if (const auto gap = members.find("gap")) {
-        options.gap = readGap(*gap);
+        options.gap = readDistance(*gap);
     }
     if (const auto label = members.find("label")) {
         options.label = readLabel(*label);
     }
     if (const auto readable = members.find("readable")) {
         options.readable = readable->boolean();
+    }
+    if (const auto spacing = members.find("spacing")) {
+        options.spacing = readDistance(*spacing);
     }
     members.refuseOthers();
     return options;

@@ -1,0 +1,256 @@
+/// @file
+/// The command line of pmi-step.
+#include <csignal>
+#include <filesystem>
+#include <iostream>
+#include <new>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "host/drawing/draw.h"
+#include "host/output/json.h"
+#include "host/step/modelprocess.h"
+#include "host/step/page.h"
+#include "host/step/report.h"
+#include "host/step/write.h"
+#include "host/system/files.h"
+#include "host/system/platform.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace host::step;
+
+constexpr int kSomeRefused = 1;
+constexpr int kFailure = 2;
+constexpr std::uintmax_t kLargestFile = std::uintmax_t{256} << 20;
+
+struct Options {
+    std::string file;
+    std::string directory;
+    std::string view;
+    bool json = false;
+    bool force = false;
+    int seconds = 120;
+    std::size_t memory = 4096;
+};
+
+/// A line on a terminal that says what is being done, and goes away with its object.
+class ProgressLine {
+public:
+    ProgressLine() : shown_(host::stderrIsTerminal()) {}
+    ProgressLine(const ProgressLine&) = delete;
+    ProgressLine& operator=(const ProgressLine&) = delete;
+    ~ProgressLine() {
+        if (written_) {
+            std::cerr << "\r\x1b[K" << std::flush;
+        }
+    }
+
+    /// Says it again with the time that has passed.
+    Waiting doing(const std::string& what) {
+        if (!shown_) {
+            return {};
+        }
+        return [this, what, start = std::chrono::steady_clock::now()] {
+            const auto passed = std::chrono::duration_cast<std::chrono::seconds>(
+                std::chrono::steady_clock::now() - start);
+            std::cerr << "\r\x1b[K" << what << ", " << passed.count() << " s" << std::flush;
+            written_ = true;
+        };
+    }
+
+private:
+    bool shown_;
+    bool written_ = false;
+};
+
+/// Holds Ctrl-C back, so that what is being written is written whole.
+class WholeFiles {
+public:
+    WholeFiles() {
+        sigset_t interrupts;
+        sigemptyset(&interrupts);
+        sigaddset(&interrupts, SIGINT);
+        sigaddset(&interrupts, SIGTERM);
+        sigprocmask(SIG_BLOCK, &interrupts, &before_);
+    }
+    WholeFiles(const WholeFiles&) = delete;
+    WholeFiles& operator=(const WholeFiles&) = delete;
+    ~WholeFiles() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+
+private:
+    sigset_t before_{};
+};
+
+struct OutputFile {
+    fs::path path;
+    std::string bytes;
+};
+
+void checkFile(const Options& options) {
+    std::error_code error;
+    const fs::file_status status = fs::status(options.file, error);
+    if (error || !fs::exists(status)) {
+        throw StepError("cannot be read");
+    }
+    if (fs::is_directory(status)) {
+        throw StepError("is a directory");
+    }
+    const std::uintmax_t size = fs::file_size(options.file, error);
+    if (error) {
+        throw StepError("cannot be read");
+    }
+    if (size > kLargestFile && !options.force) {
+        throw StepError("has more than 256 MiB; --force reads it all the same");
+    }
+}
+
+std::string textOf(const nlohmann::ordered_json& json) {
+    std::string text;
+    host::appendText(text, json, 0);
+    return text + '\n';
+}
+
+void print(const std::string& text) {
+    if (!std::cout.write(text.data(), static_cast<std::streamsize>(text.size())).flush()) {
+        throw host::FileError("standard output: cannot be written");
+    }
+}
+
+/// The sheets that were asked for.
+std::vector<const Sheet*> chosenSheets(const Drawing& drawing, const std::string& view) {
+    std::vector<const Sheet*> chosen;
+    std::string names;
+    for (const Sheet& sheet : drawing.sheets) {
+        if (view.empty() || sheet.view.name == view) {
+            chosen.push_back(&sheet);
+        }
+        names += (names.empty() ? "" : ", ") + sheet.view.name;
+    }
+    if (chosen.empty()) {
+        throw StepError("there is no view " + view + ", only " + names);
+    }
+    return chosen;
+}
+
+/// Scenes, and with `withPictures` what they look like.
+std::vector<OutputFile> filesOf(Drawing& drawing, ModelProcess& process, const Options& options,
+                                bool withPictures, ProgressLine& progress) {
+    std::vector<OutputFile> files;
+    std::vector<DrawnView> drawn;
+    const fs::path directory = options.directory;
+    for (const Sheet* sheet : chosenSheets(drawing, options.view)) {
+        const std::string& name = sheet->view.name;
+        const Picture picture = process.picture(sheet->view.right, sheet->view.up,
+                                                progress.doing("finding the lines of " + name));
+        if (picture.fromMesh) {
+            drawing.remarks.push_back("the lines of " + name +
+                                      " come from the part's mesh: the exact ones took too long");
+        }
+        std::string scene = textOf(sceneOf(*sheet, picture, drawing.model));
+        if (withPictures) {
+            drawn.push_back({name, host::drawScene(scene)});
+            files.push_back({directory / (name + ".svg"), drawn.back().svg});
+        }
+        files.push_back({directory / (name + ".json"), std::move(scene)});
+    }
+    if (withPictures) {
+        files.push_back({directory / "index.html", pageOf(drawing, drawn)});
+    }
+    return files;
+}
+
+void writeAll(const std::vector<OutputFile>& files, const fs::path& directory) {
+    const WholeFiles whole;
+    std::error_code error;
+    fs::create_directories(directory, error);
+    if (error) {
+        throw host::FileError(directory.string() + ": cannot be made");
+    }
+    for (const OutputFile& file : files) {
+        host::writeFile(file.path, file.bytes);
+    }
+}
+
+enum class Task { Report, Scenes, Draw };
+
+int run(const Options& options, Task task) {
+    Drawing drawing;
+    std::vector<OutputFile> files;
+    try {
+        checkFile(options);
+        ProgressLine progress;
+        Limits limits;
+        limits.time = std::chrono::seconds(options.seconds);
+        limits.memory = options.memory;
+        ModelProcess process(options.file, limits);
+        drawing = makeDrawing(fs::path(options.file).filename().string(),
+                              process.model(progress.doing("reading " + options.file)));
+        if (task != Task::Report) {
+            files = filesOf(drawing, process, options, task == Task::Draw, progress);
+        }
+    } catch (const StepError& error) {
+        throw StepError(options.file + ": " + error.what());
+    } catch (const std::bad_alloc&) {
+        throw StepError(options.file + ": needs more memory than there is");
+    }
+    if (task != Task::Report) {
+        writeAll(files, options.directory);
+    }
+    print(options.json ? textOf(reportJson(drawing)) : reportText(drawing));
+    if (task == Task::Draw && !options.json) {
+        print((fs::path(options.directory) / "index.html").string() + '\n');
+    }
+    return countOf(drawing, Fate::Refused) > 0 ? kSomeRefused : 0;
+}
+
+void addOptions(CLI::App& command, Options& options) {
+    command.add_option("PART", options.file, "The STEP file")->required();
+    command.add_flag("--json", options.json, "Report as JSON");
+    command.add_flag("--force", options.force, "Read a file of more than 256 MiB");
+    command.add_option("--seconds", options.seconds, "How long reading may take")
+        ->check(CLI::Range(1, 86400))
+        ->capture_default_str();
+    command.add_option("--memory", options.memory, "How many MiB reading may take")
+        ->check(CLI::Range(64, 1 << 20))
+        ->capture_default_str();
+}
+
+void addOutput(CLI::App& command, Options& options) {
+    command.add_option("-o,--output", options.directory, "A directory for the result")->required();
+    command.add_option("--view", options.view, "Only this view: top, front, ...");
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        CLI::App app("pmi-step: draws the dimensions of a STEP file");
+        app.require_subcommand(1);
+        Options options;
+        int status = 0;
+        const auto add = [&](const char* name, const char* what, Task task) {
+            CLI::App* command = app.add_subcommand(name, what);
+            addOptions(*command, options);
+            if (task != Task::Report) {
+                addOutput(*command, options);
+            }
+            command->callback([&options, &status, task] { status = run(options, task); });
+        };
+        add("report", "Say what becomes of each dimension", Task::Report);
+        add("scenes", "Write a scene for each view", Task::Scenes);
+        add("draw", "Draw each view, and a page of all", Task::Draw);
+        try {
+            app.parse(argc, argv);
+        } catch (const CLI::ParseError& error) {
+            return app.exit(error) == 0 ? 0 : kFailure;
+        }
+        return status;
+    } catch (const std::exception& error) {
+        std::cerr << error.what() << '\n';
+        return kFailure;
+    }
+}
