@@ -27,8 +27,7 @@ using std::numbers::pi;
 using Built = std::unique_ptr<host::BuiltAnnotation>;
 
 /// The annotations of a scene.
-std::vector<Built> build(const json& content) {
-    const std::string text = content.dump();
+std::vector<Built> buildText(const std::string& text) {
     const host::Scene scene(text);
     std::vector<Built> all;
     for (std::size_t i = 0; i < scene.annotationCount(); ++i) {
@@ -37,6 +36,8 @@ std::vector<Built> build(const json& content) {
     }
     return all;
 }
+
+std::vector<Built> build(const json& content) { return buildText(content.dump()); }
 
 Built buildOne(json annotation, const json& finish) {
     annotation["finish"] = finish;
@@ -331,10 +332,11 @@ TEST(FinishReadable, FromEverySide) {
     updated["display"] = true;
     updated.erase("screenParallel");
     kinds.push_back(updated);
+    const std::string annotations = R"(, "annotations": )" + kinds.dump() + "}";
     int inPlane = 0;
     for (const host::Matrix& view : manyViews()) {
-        const json scene{{"view", view}, {"finish", {{"readable", true}}}, {"annotations", kinds}};
-        for (const Built& built : build(scene)) {
+        for (const Built& built : buildText(R"({"finish": {"readable": true}, "view": )" +
+                                            json(view).dump() + annotations)) {
             if (built->pmi.GetParallelScreen()) {
                 continue;
             }
