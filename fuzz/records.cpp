@@ -24,7 +24,7 @@ double takeNumber(Input& in) {
     case 3:
         return 1e-12;
     default:
-        return kPlain[kind % std::size(kPlain)] + static_cast<double>(kind / 64);
+        return kPlain[kind % std::size(kPlain)] + static_cast<double>(kind >> 6);
     }
 }
 

@@ -74,7 +74,7 @@ std::optional<Geometry> between(const Dimension& dimension, const Element& a, co
     all.insert(all.end(), b.reach.begin(), b.reach.end());
     const double depth = rangeAlong(all, normal).high;
     const Vec3 origin = a.point + (depth - dot(a.point, normal)) * normal;
-    const Trace traces[] = {traceOf(a, normal, origin), traceOf(b, normal, origin)};
+    const std::array<Trace, 2> traces = {traceOf(a, normal, origin), traceOf(b, normal, origin)};
     const auto vertex = crossing(traces[0], traces[1], normal);
     if (!vertex) {
         return std::nullopt;
@@ -83,8 +83,8 @@ std::optional<Geometry> between(const Dimension& dimension, const Element& a, co
     geometry.shown = Shown::Angle;
     geometry.corner.vertex = *vertex;
     geometry.corner.normal = normal;
-    double signs[2];
-    Range ranges[2];
+    std::array<double, 2> signs{};
+    std::array<Range, 2> ranges{};
     for (std::size_t i = 0; i < 2; ++i) {
         const double at = dot(*vertex, traces[i].direction);
         const Range absolute = rangeAlong(traces[i].reach, traces[i].direction);
@@ -93,7 +93,7 @@ std::optional<Geometry> between(const Dimension& dimension, const Element& a, co
     }
     // Between the sides as they lie; failing that, between one and the other's extension.
     const auto set = [&](double second) {
-        const double turn[] = {signs[0], signs[1] * second};
+        const std::array<double, 2> turn = {signs[0], signs[1] * second};
         for (std::size_t i = 0; i < 2; ++i) {
             geometry.corner.directions[i] = turn[i] * traces[i].direction;
             geometry.corner.ranges[i] = turned(ranges[i], turn[i]);

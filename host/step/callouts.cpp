@@ -112,7 +112,7 @@ private:
         return all;
     }
 
-    bool isNote(const Item& item) const { return item.outcome->geometry.shown == Shown::Note; }
+    static bool isNote(const Item& item) { return item.outcome->geometry.shown == Shown::Note; }
 
     double widthOf(const Item& item) const {
         const std::vector<std::string>& text = item.outcome->text;
@@ -157,7 +157,7 @@ private:
         return at > kFromEnds * sweep && at < (1 - kFromEnds) * sweep;
     }
 
-    PaperLine leader(const Anchor& anchor, Vec2 text) const {
+    static PaperLine leader(const Anchor& anchor, Vec2 text) {
         const Vec2 way = text - anchor.centre;
         const double size = length(way);
         return {size > 0 ? anchor.centre + anchor.radius / size * way : anchor.centre, text};

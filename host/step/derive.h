@@ -3,6 +3,7 @@
 /// becomes of a dimension that cannot be drawn.
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -28,14 +29,14 @@ struct Corner {
     Vec3 vertex{};
     Vec3 normal{};
     /// From the vertex along each side.
-    Vec3 directions[2]{};
+    std::array<Vec3, 2> directions{};
     /// From where to where each side's feature reaches, measured from the vertex.
-    Range ranges[2]{};
+    std::array<Range, 2> ranges{};
     /// Of a cone, any normal square to its axis will do; each side is turned from the axis by so
     /// many radians.
     bool turnsAbout = false;
     Vec3 axis{};
-    double turns[2]{};
+    std::array<double, 2> turns{};
 };
 
 /// A dimension's geometry, in the model.
@@ -45,7 +46,7 @@ struct Geometry {
     std::optional<double> measured;
     /// Of a distance: the way it is measured, and its ends.
     Vec3 direction{};
-    Side sides[2];
+    std::array<Side, 2> sides;
     /// Of a diameter, a radius or an arc's length: each of them would do.
     std::vector<Circle> circles;
     Corner corner;

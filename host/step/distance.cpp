@@ -16,7 +16,7 @@ constexpr Vec3 kPrincipal[] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
 /// A way to read two elements as a distance.
 struct Reading {
     Vec3 direction;
-    Vec3 ends[2];
+    std::array<Vec3, 2> ends;
 };
 
 double valueOf(const Reading& reading) {

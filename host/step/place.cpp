@@ -60,12 +60,12 @@ std::vector<Vec3> drawable(const std::vector<Vec3>& hull) {
 
 } // namespace
 
-std::vector<Sheet> place(const std::vector<Outcome>& outcomes, const std::vector<Vec3>& points) {
-    const std::vector<Vec3> hull = drawable(points);
-    const ViewPlan plan = planViews(outcomes, hull);
+std::vector<Sheet> place(const std::vector<Outcome>& outcomes, const std::vector<Vec3>& hull) {
+    const std::vector<Vec3> part = drawable(hull);
+    const ViewPlan plan = planViews(outcomes, part);
     std::vector<Sheet> sheets;
     for (std::size_t view = 0; view < plan.views.size(); ++view) {
-        Sheet& sheet = sheets.emplace_back(emptySheet(plan.views[view], hull));
+        Sheet& sheet = sheets.emplace_back(emptySheet(plan.views[view], part));
         std::vector<Item> distances;
         std::vector<Item> angles;
         std::vector<Item> callouts;

@@ -21,8 +21,8 @@ struct Measure {
     /// Square to it, away from the part.
     Vec2 outwards{};
     /// Where the measured ends lie along the direction, and their reach outwards.
-    double ends[2]{};
-    Range reach[2];
+    std::array<double, 2> ends{};
+    std::array<Range, 2> reach{};
 
     double low() const { return std::min(ends[0], ends[1]); }
     double high() const { return std::max(ends[0], ends[1]); }
