@@ -24,6 +24,11 @@ inline Line lineThrough(Vec3 from, Vec3 to) {
     return {from, hasDirection(v) ? v * (1.0 / length(v)) : Vec3{}};
 }
 
+/// The line of an edge; without a direction for an edge without a length.
+inline Line lineAlong(const Segment& edge) {
+    return {edge.start, orZero(unit(edge.end - edge.start))};
+}
+
 /// Where a point stands beside a line: its foot, the foot's distance from the line's point along
 /// the line, and its own distance from the line.
 struct Foot {
