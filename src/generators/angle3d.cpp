@@ -54,8 +54,7 @@ double pickedAngle(const Side& side1, const Side& side2, const AnnotationPlane& 
 }
 
 Side inPlane(const Side& side, const AnnotationPlane& plane) {
-    return {{plane.toPlane(side.edge.start), plane.toPlane(side.edge.end)},
-            plane.toPlane(side.pick)};
+    return {plane.toPlane(side.edge), plane.toPlane(side.pick)};
 }
 
 /// An edge as seen from the vertex:

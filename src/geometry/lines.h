@@ -10,6 +10,8 @@ struct Segment {
     Vec3 end;
 };
 
+inline Segment flat(const Segment& s) { return {flat(s.start), flat(s.end)}; }
+
 /// An infinite line by one of its points and its unit direction.
 struct Line {
     Vec3 point;

@@ -22,17 +22,12 @@ inline void writeTo(double* elements, const Matrix& matrix) {
     std::memcpy(elements, matrix.m, sizeof(matrix.m));
 }
 
-/// @param w 1 for a point, 0 for a direction
+/// @param w 1 for a point, 0 for a direction, to which the translation does not apply
 inline Vec3 transformed(Vec3 v, const Matrix& matrix, double w = 1.0) {
     const auto image = [&, m = matrix.m](int j) {
         return v.x * m[0][j] + v.y * m[1][j] + v.z * m[2][j] + w * m[3][j];
     };
     return {image(0), image(1), image(2)};
-}
-
-/// The same without the translation.
-inline Vec3 transformedDirection(Vec3 direction, const Matrix& matrix) {
-    return transformed(direction, matrix, 0.0);
 }
 
 /// None for a singular matrix.

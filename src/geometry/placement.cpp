@@ -11,7 +11,7 @@ namespace {
 Vec3 viewingDirection(const double* viewMatrix) {
     constexpr Vec3 depth{0.0, 0.0, 1.0};
     const std::optional<Matrix> toModel = inverse(matrixFrom(viewMatrix));
-    return toModel ? orZero(unit(transformedDirection(depth, *toModel))) : Vec3{};
+    return toModel ? orZero(unit(transformed(depth, *toModel, 0.0))) : Vec3{};
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include <dorvale/dorvale.h>
 
+#include "geometry/lines.h"
 #include "geometry/matrix.h"
 
 namespace dorvale {
@@ -33,6 +34,7 @@ public:
     ANK_MTX32 matrix32() const;
 
     Vec3 toPlane(Vec3 pointInModel) const { return frame_.toLocal(pointInModel); }
+    Segment toPlane(const Segment& s) const { return {toPlane(s.start), toPlane(s.end)}; }
     Vec3 toModel(Vec3 pointInPlane) const { return frame_.toModel(pointInPlane); }
     /// A direction of the plane in the model.
     Vec3 directionInModel(Vec3 directionInPlane) const {
