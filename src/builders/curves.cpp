@@ -2,9 +2,6 @@
 
 #include <cmath>
 
-#include "geometry/drawnarc.h"
-#include "geometry/projection.h"
-
 namespace dorvale {
 
 namespace {
@@ -35,24 +32,26 @@ std::unique_ptr<Ank_Line> makeSegment(const Points& points) {
     return segment;
 }
 
-std::unique_ptr<Ank_Ellipse> makeArc(const ArcShape& shape, const std::optional<Vec3>& normal) {
+MadeArc makeArc(const ArcShape& shape, const std::optional<Vec3>& normal) {
     const bool given = normal && std::abs(normal->x + normal->y + normal->z) > 0.0;
-    const Vec3 used =
+    const Vec3 axis =
         given ? *normal
               : orZero(normalOf(widen(shape.center), widen(shape.start), widen(shape.end)));
     const float startAngle = angleAt(shape.center, shape.start);
     const float endAngle = angleAt(shape.center, shape.end);
+    const ANK_DIR32 used = toDirection32(axis);
     auto arc = std::make_unique<Ank_Ellipse>();
     arc->SetParameter(startAngle, endAngle);
     arc->SetCenterPoint(shape.center);
-    arc->SetNormal(toDirection32(used));
+    arc->SetNormal(used);
     arc->SetOriginDir(direction32(0.0F, 0.0F, 1.0F));
     arc->SetXYZDir(direction32(1.0F, 0.0F, 0.0F), direction32(0.0F, 1.0F, 0.0F),
                    direction32(0.0F, 0.0F, 1.0F));
     arc->SetRadius(shape.radius, shape.radius);
     arc->SetDomain(startAngle, endAngle);
     arc->SetCoordiantePnt(shape.start, shape.end);
-    return arc;
+    return {std::move(arc), used,
+            drawnArc(shape.center, shape.radius, shape.radius, startAngle, endAngle, used)};
 }
 
 } // namespace dorvale

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "geometry/drawnarc.h"
 #include "geometry/vec3.h"
 
 namespace dorvale {
@@ -25,8 +26,15 @@ std::unique_ptr<Ank_PolyLine> makePolyline(const Points& points);
 /// The segment between the first two points; null for fewer.
 std::unique_ptr<Ank_Line> makeSegment(const Points& points);
 
+/// An arc, its normal and how it is drawn.
+struct MadeArc {
+    std::unique_ptr<Ank_Ellipse> curve;
+    ANK_DIR32 normal;
+    DrawnArc drawn;
+};
+
 /// The arc from the start's angle to the end's. A normal whose components add up to 0 counts as
 /// absent, as a null does; the arc's normal is then that of the three points.
-std::unique_ptr<Ank_Ellipse> makeArc(const ArcShape& shape, const std::optional<Vec3>& normal);
+MadeArc makeArc(const ArcShape& shape, const std::optional<Vec3>& normal);
 
 } // namespace dorvale

@@ -62,10 +62,13 @@ std::optional<Vec3> optionalVec3(const double* v) {
     return v == nullptr ? std::nullopt : std::optional(fromArray(v));
 }
 
-void writeBackNormal(const Ank_Ellipse& arc, double* normal) {
+/// An arc whose normal the caller gets back where he has room for it.
+std::unique_ptr<Ank_Ellipse> arcWritingBack(const ArcShape& shape, double* normal) {
+    MadeArc arc = makeArc(shape, optionalVec3(normal));
     if (normal != nullptr) {
-        writeTo(normal, widen(arc.GetNormal()));
+        writeTo(normal, widen(arc.normal));
     }
+    return std::move(arc.curve);
 }
 
 template <typename T> int appendOrRefuse(std::vector<T*>& list, std::unique_ptr<T> object) {
@@ -170,9 +173,7 @@ void CDimSymUitity::ConvertToAnkCurve(std::vector<ANK_PNT32>& points, const AnkC
 void CDimSymUitity::ConvertToAnkCurve(const ANK_PNT32& center, const ANK_PNT32& start,
                                       const ANK_PNT32& end, const float& radius,
                                       Ank_CurveEntity** curve, double* normal) {
-    std::unique_ptr<Ank_Ellipse> arc = makeArc({center, start, end, radius}, optionalVec3(normal));
-    writeBackNormal(*arc, normal);
-    *curve = arc.release();
+    *curve = arcWritingBack({center, start, end, radius}, normal).release();
 }
 
 void CDimSymUitity::polyLinFun(std::vector<ANK_PNT32>& points, Ank_CurveEntity** curve) {
@@ -204,9 +205,7 @@ int CDimSymUitity::FillLeaderData(const AnkTermTypeEnum& termType, std::vector<A
 int CDimSymUitity::FillLeaderData(const ANK_PNT32& center, const ANK_PNT32& start,
                                   const ANK_PNT32& end, const float& radius,
                                   std::vector<Ank_Leader*>& leaders, double* normal) {
-    std::unique_ptr<Ank_Ellipse> arc = makeArc({center, start, end, radius}, optionalVec3(normal));
-    writeBackNormal(*arc, normal);
-    append(leaders, makeArcLeader(std::move(arc)));
+    append(leaders, makeArcLeader(arcWritingBack({center, start, end, radius}, normal)));
     return kBuilt;
 }
 

@@ -1,7 +1,6 @@
 #include "builders/leaders.h"
 
 #include "builders/ownership.h"
-#include "geometry/drawnarc.h"
 
 namespace dorvale {
 
@@ -45,23 +44,22 @@ std::unique_ptr<Ank_Leader> makeArcLeader(std::unique_ptr<Ank_Ellipse> arc) {
     return leader;
 }
 
-bool setArcTerminator(Ank_Leader& leader, const Ank_Ellipse& arc) {
-    const DrawnArc drawn = drawnArc(arc);
-    if (drawn.start == drawn.end) {
+bool setArcTerminator(Ank_Leader& leader, const DrawnArc& arc) {
+    if (arc.start == arc.end) {
         return false;
     }
-    const ANK_PNT32 tip = drawn.point(0);
-    const ANK_PNT32 next = drawn.point(1);
-    const double length = distance(widen(tip), widen(next));
-    float size[2] = {static_cast<float>(length), static_cast<float>(length / kArrowProportion)};
-    leader.SetTerminator(kArrow, size, tip, toDirection32(orZero(unit(widen(next) - widen(tip)))));
+    const ANK_PNT32 tip = arc.point(0);
+    const Vec3 chord = widen(arc.point(1)) - widen(tip);
+    const double arrow = length(chord);
+    float size[2] = {static_cast<float>(arrow), static_cast<float>(arrow / kArrowProportion)};
+    leader.SetTerminator(kArrow, size, tip, toDirection32(orZero(unit(chord))));
     return true;
 }
 
 void setArcTerminators(const std::vector<Ank_Leader*>& leaders) {
     for (Ank_Leader* leader : leaders) {
         const Ank_Ellipse* arc = arcCurveOf(leader);
-        if (arc != nullptr && !setArcTerminator(*leader, *arc)) {
+        if (arc != nullptr && !setArcTerminator(*leader, drawnArc(*arc))) {
             return;
         }
     }

@@ -34,7 +34,7 @@ std::unique_ptr<Ank_SpecialLine> makeSpecialLine(const Points& points) {
 }
 
 std::unique_ptr<Ank_SpecialLine> makeArcSpecialLine(const ArcShape& shape) {
-    std::unique_ptr<Ank_Ellipse> curve = makeArc(shape, std::nullopt);
+    std::unique_ptr<Ank_Ellipse> curve = makeArc(shape, std::nullopt).curve;
     auto line = std::make_unique<Ank_SpecialLine>();
     curve->SetUsageType(kSpecialLineCurve);
     curve->SetCurveDispType(kDimensionDisplay);

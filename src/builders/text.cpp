@@ -35,10 +35,10 @@ std::unique_ptr<Ank_ComText> makeBlock(PendingList<Ank_Text>& texts, const TextF
     return block;
 }
 
-/// How often the leading character counts as a dot. It is compared once for each character of the
-/// line and raised by one each time it has been passed: a dot is one at the first look alone, a
-/// minus sign (the character before it) at every look from the second on.
-std::size_t dotsOf(std::wstring_view line) {
+/// How many dots the estimate takes a line to have, each a quarter narrower than other characters:
+/// by definition 1 for a line that begins with a dot, one for every character but the first for a
+/// line that begins with a minus sign, and none for any other, wherever its dots are.
+std::size_t countedDots(std::wstring_view line) {
     if (line.starts_with(L'.')) {
         return 1;
     }
@@ -65,7 +65,7 @@ double EstimateTextWidth(std::wstring_view line, CharSize size, double spacing) 
         width = wholePart((width == 0 ? 0.0 : between) + perChar + between + width);
     }
     const int trimmed = wholePart(width - between);
-    return wholePart(trimmed - perChar * 0.25 * static_cast<double>(dotsOf(line)));
+    return wholePart(trimmed - perChar * 0.25 * static_cast<double>(countedDots(line)));
 }
 
 TextFrame textFrame(std::span<const std::wstring> lines, CharSize size, Vec3 location, Vec3 xAxis,

@@ -7,10 +7,6 @@ using namespace dorvale;
 
 namespace {
 
-Segment inPlane(const Segment& edge, const AnnotationPlane& plane) {
-    return {plane.toPlane(edge.start), plane.toPlane(edge.end)};
-}
-
 /// Hands the lines that bridge the gaps to the vertex back to the host, in the model.
 void writeGapLines(const GapLines& gaps, const AnnotationPlane& plane, int& count,
                    double (*points)[3]) {
@@ -31,8 +27,8 @@ void PMICreateAngleDim(int* angleMode, Ank_Line* line1, Ank_Line* line2, _ank_lo
     const Segment side2 = segmentOf(line2);
     const AnnotationPlane plane = planeOfTwoLines(side1, side2, view.towardsViewer).plane();
     pmi->SetDefPlane(plane.matrix32());
-    const Segment edge1 = inPlane(side1, plane);
-    const Segment edge2 = inPlane(side2, plane);
+    const Segment edge1 = plane.toPlane(side1);
+    const Segment edge2 = plane.toPlane(side2);
     const Vec3 textPoint = plane.place(*locate);
     const AngleArc arc = angleArc(edge1, edge2, textPoint);
     writeGapLines(gapLines(edge1, edge2), plane, specialLineCount, specialLines);

@@ -54,8 +54,7 @@ double pickedAngle(const Side& side1, const Side& side2, const AnnotationPlane& 
 }
 
 Side inPlane(const Side& side, const AnnotationPlane& plane) {
-    return {{plane.toPlane(side.edge.start), plane.toPlane(side.edge.end)},
-            plane.toPlane(side.pick)};
+    return {plane.toPlane(side.edge), plane.toPlane(side.pick)};
 }
 
 /// An edge as seen from the vertex:
@@ -70,14 +69,14 @@ struct EdgeFromVertex {
     bool touchesVertex = false;
 };
 
-EdgeFromVertex seenFrom(Vec3 vertex, const Segment& edge) {
+EdgeFromVertex seenFrom(Vec3 vertex, const Segment& edge, Vec3 startToEnd) {
     const double toStart = distance(vertex, edge.start);
     const double toEnd = distance(vertex, edge.end);
     const bool endIsFar = toEnd > toStart;
     EdgeFromVertex seen;
     seen.nearEnd = endIsFar ? edge.start : edge.end;
     seen.farEnd = endIsFar ? edge.end : edge.start;
-    seen.direction = orZero(unit(seen.farEnd - seen.nearEnd));
+    seen.direction = endIsFar ? startToEnd : -startToEnd;
     seen.gap = endIsFar ? toStart : toEnd;
     seen.length = distance(edge.start, edge.end);
     // The distance of the edge's end counts, whichever end is the nearer one.
@@ -108,7 +107,8 @@ DimensionArc arcThrough(Vec3 textPoint, Vec3 vertex, const Side& side1, const Si
     arc.ends = {moved(vertex, orZero(unit(side1.pick - vertex)), arc.radius),
                 moved(vertex, orZero(unit(side2.pick - vertex)), arc.radius)};
     const Vec3 bisector = orZero(unit(midpoint(arc.ends[0], arc.ends[1]) - vertex));
-    if (degreesBetween(bisector, arc.towardsText) > 90.0) {
+    // Most texts stand on the bisector's side, which takes no arc tangent to see.
+    if (dot(bisector, arc.towardsText) < 0.0 && degreesBetween(bisector, arc.towardsText) > 90.0) {
         // The text stands in the opposite angle. Its arc's ends are these, reflected through the
         // vertex: the plane's origin is where the edges cross, so that negating them does it.
         arc.ends = {-arc.ends[0], -arc.ends[1]};
@@ -174,12 +174,14 @@ void PMICreateAngleDim3D(int* angleMode, int* flag1, int* flag2, _ank_element* e
     }
     side1 = inPlane(side1, plane);
     side2 = inPlane(side2, plane);
-    const Vec3 vertex = orZero(LinLinIntersect(side1.edge, side2.edge));
+    const Line line1 = lineAlong(side1.edge);
+    const Line line2 = lineAlong(side2.edge);
+    const Vec3 vertex = orZero(LinLinIntersect(line1, line2));
     const DimensionArc arc = arcThrough(plane.place(*locate), vertex, side1, side2);
 
     Assembly assembly(*pmi);
-    joinToArc(seenFrom(vertex, side1.edge), arc, arc.ends[0], assembly, *pmi);
-    joinToArc(seenFrom(vertex, side2.edge), arc, arc.ends[1], assembly, *pmi);
+    joinToArc(seenFrom(vertex, side1.edge, line1.direction), arc, arc.ends[0], assembly, *pmi);
+    joinToArc(seenFrom(vertex, side2.edge, line2.direction), arc, arc.ends[1], assembly, *pmi);
     assembly.setExtensionLinesIfAny();
     for (const Vec3& from : arc.ends) {
         assembly.addArcLeader(vertex, from, arc.textPoint, arc.radius);

@@ -31,17 +31,16 @@ void Assembly::addLeader(Vec3 tip, Vec3 end, Head head, Stub stub) {
 
 Vec3 Assembly::addArcLeader(Vec3 center, Vec3 start, Vec3 end, double radius,
                             const std::optional<Vec3>& normal) {
-    std::unique_ptr<Ank_Ellipse> arc = makeArc(
+    MadeArc arc = makeArc(
         {toPoint32(center), toPoint32(start), toPoint32(end), static_cast<float>(radius)}, normal);
-    const Ank_Ellipse* const curve = arc.get();
-    leaders_.add(makeArcLeader(std::move(arc)));
-    arcLeaders_.at(arcLeaderCount_++) = {leaders_.objects().back(), curve};
-    return widen(curve->GetNormal());
+    leaders_.add(makeArcLeader(std::move(arc.curve)));
+    arcLeaders_.at(arcLeaderCount_++) = {leaders_.objects().back(), arc.drawn};
+    return widen(arc.normal);
 }
 
 void Assembly::setArcTerminators() {
     for (const ArcLeader& half : std::span(arcLeaders_).first(arcLeaderCount_)) {
-        if (!setArcTerminator(*half.leader, *half.arc)) {
+        if (!setArcTerminator(*half.leader, half.arc)) {
             return;
         }
     }

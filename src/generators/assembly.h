@@ -67,7 +67,7 @@ public:
 private:
     struct ArcLeader {
         Ank_Leader* leader;
-        const Ank_Ellipse* arc;
+        DrawnArc arc;
     };
 
     const Points& pair(Vec3 first, Vec3 second);

@@ -19,33 +19,21 @@ TextAxes outsideText() { return {direction32(1.0F, 0.0F, 0.0F), direction32(0.0F
 struct PlacedCircle {
     AnnotationPlane plane;
     Vec3 center;
-    double radius = 0.0;
+    double radius;
     Vec3 placed;
     /// From the centre towards the placement; the plane's X axis where both coincide.
     Vec3 direction;
-    double distance = 0.0;
+    double distance;
     Vec3 near;
+
+    PlacedCircle(const Arc& arc, _ank_locate& locate, const View& view)
+        : plane(planeOfArc(arc, view.towardsViewer).plane()), center(plane.toPlane(arc.center)),
+          radius(arc.radius), placed(plane.place(locate)),
+          direction(unit(placed - center).value_or(kPlaneX)),
+          distance(dorvale::distance(placed, center)), near(moved(center, direction, radius)) {}
 
     bool holdsPlacement() const { return radius > distance; }
 };
-
-/// Sets the annotation's plane and brings the circle and the placement into it.
-PlacedCircle placeCircle(const Ank_CurveEntity* curve, _ank_locate& locate, const View& view,
-                         Ank_PMI& pmi) {
-    const Arc arc = arcOf(curve);
-    const AnnotationPlane plane = planeOfArc(arc, view.towardsViewer).plane();
-    pmi.SetDefPlane(plane.matrix32());
-    const Vec3 placed = plane.place(locate);
-    const Vec3 center = plane.toPlane(arc.center);
-    const Vec3 direction = unit(placed - center).value_or(kPlaneX);
-    return {plane,
-            center,
-            arc.radius,
-            placed,
-            direction,
-            distance(placed, center),
-            moved(center, direction, arc.radius)};
-}
 
 /// The text of a radius: one line without font, spacing or box.
 void addRadiusText(std::wstring line, const PlacedCircle& circle, const TextAxes& axes,
@@ -73,7 +61,8 @@ void PMICreateDiameterDim3D(int* kindCode, Ank_CurveEntity* curve, _ank_locate* 
         return;
     }
     const View view = View::fromMatrix(viewMatrix);
-    const PlacedCircle circle = placeCircle(curve, *locate, view, *pmi);
+    const PlacedCircle circle(arcOf(curve), *locate, view);
+    pmi->SetDefPlane(circle.plane.matrix32());
     const bool inside = circle.holdsPlacement();
     const Vec3 far = inside
                          ? moved(circle.near, -circle.direction, 2.0 * circle.radius)
@@ -102,7 +91,8 @@ void PMICreateRadiusDim3D(int* kindCode, Ank_CurveEntity* curve, _ank_locate* lo
         return;
     }
     const View view = View::fromMatrix(viewMatrix);
-    const PlacedCircle circle = placeCircle(curve, *locate, view, *pmi);
+    const PlacedCircle circle(arcOf(curve), *locate, view);
+    pmi->SetDefPlane(circle.plane.matrix32());
     Assembly assembly(*pmi);
     TextAxes text = outsideText();
     if (circle.holdsPlacement()) {

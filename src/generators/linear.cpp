@@ -121,21 +121,13 @@ AnnotationPlane planeHolding(const Segment& line1, const Segment& line2, const V
     return definition.plane();
 }
 
-Vec3 flatInPlane(Vec3 pointInModel, const AnnotationPlane& plane) {
-    return flat(plane.toPlane(pointInModel));
-}
-
-Segment flatInPlane(const Segment& segment, const AnnotationPlane& plane) {
-    return {flatInPlane(segment.start, plane), flatInPlane(segment.end, plane)};
-}
-
 Vec3 footOn(const Segment& edge, Vec3 point) { return orZero(footOnLine(point, edge)).point; }
 
 /// From a point's foot on an edge to the point, in a plane.
 LinearDimension pointToEdge(const Segment& edgeInModel, Vec3 pointInModel,
                             const AnnotationPlane& plane, _ank_locate& locate) {
-    const Segment edge = flatInPlane(edgeInModel, plane);
-    const Vec3 point = flatInPlane(pointInModel, plane);
+    const Segment edge = flat(plane.toPlane(edgeInModel));
+    const Vec3 point = flat(plane.toPlane(pointInModel));
     return throughText(plane, {footOn(edge, point), edge}, {point, std::nullopt},
                        flat(plane.place(locate)));
 }
@@ -147,8 +139,8 @@ void PMICreateLinDistDim3D(Ank_CurveEntity* curve1, Ank_CurveEntity* curve2, _an
                            Ank_Line* /*unused*/) {
     const View view = View::fromMatrix(viewMatrix);
     const AnnotationPlane plane = planeHolding(segmentOf(curve1), segmentOf(curve2), view);
-    const Segment edge1 = flatInPlane(segmentOf(curve1), plane);
-    const Segment edge2 = flatInPlane(segmentOf(curve2), plane);
+    const Segment edge1 = flat(plane.toPlane(segmentOf(curve1)));
+    const Segment edge2 = flat(plane.toPlane(segmentOf(curve2)));
     const Vec3 textPoint = flat(plane.place(*locate));
     const Vec3 a = footOn(edge1, textPoint);
     createLinear(throughText(plane, {a, edge1}, {footOn(edge2, a), edge2}, textPoint),
@@ -174,8 +166,8 @@ void PMICreateDotDistDim3D(Ank_Line* line1, Ank_Line* line2, double textHeight, 
     const Segment side1 = segmentOf(line1);
     const Segment side2 = segmentOf(line2);
     const AnnotationPlane plane = planeHolding(side1, side2, view);
-    const Segment flat1 = flatInPlane(side1, plane);
-    const Segment flat2 = flatInPlane(side2, plane);
+    const Segment flat1 = flat(plane.toPlane(side1));
+    const Segment flat2 = flat(plane.toPlane(side2));
     const Vec3 textPoint = midpoint(flat1.end, flat2.end);
     LinearDimension dimension =
         throughText(plane, {flat1.start, std::nullopt}, {flat2.start, std::nullopt}, textPoint);
@@ -192,8 +184,8 @@ void PMICreateClipDim3D(double* normal, double* pointA, double* pointB, _ank_loc
     const Vec3 b = fromArray(pointB);
     const AnnotationPlane plane = AnnotationPlane::ofSection(fromArray(normal), a, b);
     const LinearDimension dimension =
-        throughText(plane, {flatInPlane(a, plane), std::nullopt},
-                    {flatInPlane(b, plane), std::nullopt}, flat(plane.place(*locate)));
+        throughText(plane, {flat(plane.toPlane(a)), std::nullopt},
+                    {flat(plane.toPlane(b)), std::nullopt}, flat(plane.place(*locate)));
     createLinear(dimension, std::nullopt, textHeight, View::fromMatrix(viewMatrix), *pmi);
     *status = 0;
 }

@@ -65,7 +65,7 @@ void PMICreateNote3D(std::vector<PMITextLine>& lines, double* target, double* te
         assembly.setLeaders();
     }
     auto block = std::make_unique<Ank_ComText>();
-    // Twice, as hosts expect it.
+    // Two calls, both of which the host's annotation model sees; the box is the same.
     block->SetOuterBox(emptyBox());
     block->SetOuterBox(emptyBox());
     texts.handOver([&](const std::vector<Ank_Text*>& list) { block->SetTexts(list); });

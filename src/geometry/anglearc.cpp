@@ -4,8 +4,6 @@ namespace dorvale {
 
 namespace {
 
-Segment flat(const Segment& edge) { return {dorvale::flat(edge.start), dorvale::flat(edge.end)}; }
-
 Line lineOf(const Segment& edge) { return lineThrough(edge.start, edge.end); }
 
 /// The z component of a cross product in the plane.

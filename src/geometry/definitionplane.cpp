@@ -144,11 +144,12 @@ PlaneDefinition directionOfTwoLines(const Segment& line1, const Segment& line2, 
 PlaneDefinition planeOfTwoLines(const Segment& line1, const Segment& line2, Vec3 towardsViewer,
                                 double angularTolerance) {
     PlaneDefinition plane = directionOfTwoLines(line1, line2, towardsViewer, angularTolerance);
-    const std::optional<Vec3> crossing = LinLinIntersect(line1, line2);
+    const Line a = lineAlong(line1);
+    const Line b = lineAlong(line2);
+    const std::optional<Vec3> crossing = LinLinIntersect(a, b);
     plane.origin = orZero(crossing);
     plane.crosses = crossing.has_value();
-    const bool areLines =
-        hasDirection(line1.end - line1.start) && hasDirection(line2.end - line2.start);
+    const bool areLines = hasDirection(a.direction) && hasDirection(b.direction);
     plane.status = !crossing && areLines ? kParallelLines : 0;
     return plane;
 }
@@ -168,19 +169,13 @@ Vec3 normalOfLines(const Segment& line1, const Segment& line2, double angularTol
     return acrossX ? *acrossX : orZero(unitNormal(along1, worldY));
 }
 
-std::optional<Vec3> LinLinIntersect(const Segment& lineA, const Segment& lineB) {
-    const std::optional<Vec3> directionA = unit(lineA.end - lineA.start);
-    const std::optional<Vec3> directionB = unit(lineB.end - lineB.start);
-    if (!directionA || !directionB) {
-        return std::nullopt;
-    }
-    const Line a{lineA.start, *directionA};
-    const Line b{lineB.start, *directionB};
-    if (const std::optional<Crossing> crossing = crossingOfLines(a, b, kCrossing)) {
+std::optional<Vec3> LinLinIntersect(const Line& lineA, const Line& lineB) {
+    if (const std::optional<Crossing> crossing = crossingOfLines(lineA, lineB, kCrossing)) {
         return crossing->onA;
     }
-    const std::optional<double> angle = angleOfLines(a.direction, b.direction);
-    return !angle || *angle < kCrossing.angle ? std::nullopt : std::optional(crossingInXY(a, b));
+    const std::optional<double> angle = angleOfLines(lineA.direction, lineB.direction);
+    const bool parallel = !angle || *angle < kCrossing.angle;
+    return parallel ? std::nullopt : std::optional(crossingInXY(lineA, lineB));
 }
 
 } // namespace dorvale

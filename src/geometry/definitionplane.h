@@ -57,8 +57,8 @@ PlaneDefinition planeOfTwoLines(const Segment& line1, const Segment& line2, Vec3
 /// the one that holds both, of collinear ones one through them. Zero for lines without a length.
 Vec3 normalOfLines(const Segment& line1, const Segment& line2, double angularTolerance);
 
-/// The crossing of two infinite lines; none of parallel lines, nor where one has no length. Skew
+/// The crossing of two infinite lines; none of parallel lines, nor where one has no direction. Skew
 /// lines cross where their pictures in the XY plane do, at z = 0.
-std::optional<Vec3> LinLinIntersect(const Segment& lineA, const Segment& lineB);
+std::optional<Vec3> LinLinIntersect(const Line& lineA, const Line& lineB);
 
 } // namespace dorvale

@@ -33,25 +33,32 @@ ANK_PNT32 DrawnArc::point(int i) const {
 
 double DrawnArc::largerRadius() const { return std::max(radiusX, radiusY); }
 
-DrawnArc drawnArc(const Ank_Ellipse& arc) {
-    DrawnArc drawn{arc.GetCenterPoint()};
-    arc.GetRadius(drawn.radiusX, drawn.radiusY);
-    ANK_PNT32 first{};
-    ANK_PNT32 second{};
-    arc.GetCoordinatePnt(first, second);
-    const double start = angleAt(drawn.center, first);
-    double end = angleAt(drawn.center, second);
+DrawnArc drawnArc(const ANK_PNT32& center, float radiusX, float radiusY, float startAngle,
+                  float endAngle, const ANK_DIR32& normal) {
     constexpr double turn = 2.0 * std::numbers::pi;
+    const double start = startAngle;
+    double end = endAngle;
     // Counter-clockwise about a normal that points away from the viewer, the angle falls.
-    if (arc.GetNormal().z < 0.0F) {
+    if (normal.z < 0.0F) {
         end -= end > start ? turn * std::ceil((end - start) / turn) : 0.0;
     } else {
         end += end < start ? turn * std::ceil((start - end) / turn) : 0.0;
     }
-    drawn.start = start;
-    drawn.end = end;
+    DrawnArc drawn{center, radiusX, radiusY, start, end};
     drawn.count = pointCount(drawn.largerRadius() * std::abs(end - start));
     return drawn;
+}
+
+DrawnArc drawnArc(const Ank_Ellipse& arc) {
+    const ANK_PNT32 center = arc.GetCenterPoint();
+    float radiusX = 0.0F;
+    float radiusY = 0.0F;
+    arc.GetRadius(radiusX, radiusY);
+    ANK_PNT32 start{};
+    ANK_PNT32 end{};
+    arc.GetCoordinatePnt(start, end);
+    return drawnArc(center, radiusX, radiusY, angleAt(center, start), angleAt(center, end),
+                    arc.GetNormal());
 }
 
 const Ank_Ellipse* arcCurveOf(const Ank_Leader* leader) {

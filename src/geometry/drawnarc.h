@@ -26,9 +26,12 @@ struct DrawnArc {
     double largerRadius() const;
 };
 
-/// From the angle of the arc's start to that of its end, which is brought by whole turns to the
-/// side of the first that the arc's direction asks for; equal angles stay equal. The points are one
-/// more than the chords: one chord per arrow length, at least 3 and at most 1000.
+/// From a start angle to an end angle, which is brought by whole turns to the side of the first
+/// that the normal asks for; equal angles stay equal. The points are one more than the chords: one
+/// chord per arrow length, at least 3 and at most 1000.
+DrawnArc drawnArc(const ANK_PNT32& center, float radiusX, float radiusY, float startAngle,
+                  float endAngle, const ANK_DIR32& normal);
+/// The whole of an arc, by the angles of its two ends.
 DrawnArc drawnArc(const Ank_Ellipse& arc);
 
 /// The leader's curve if it is an arc, else null; so for a null leader.

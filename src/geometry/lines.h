@@ -10,6 +10,8 @@ struct Segment {
     Vec3 end;
 };
 
+inline Segment flat(const Segment& s) { return {flat(s.start), flat(s.end)}; }
+
 /// An infinite line by one of its points and its unit direction.
 struct Line {
     Vec3 point;
@@ -22,6 +24,11 @@ struct Line {
 inline Line lineThrough(Vec3 from, Vec3 to) {
     const Vec3 v = to - from;
     return {from, hasDirection(v) ? v * (1.0 / length(v)) : Vec3{}};
+}
+
+/// The line of an edge; without a direction for an edge without a length.
+inline Line lineAlong(const Segment& edge) {
+    return {edge.start, orZero(unit(edge.end - edge.start))};
 }
 
 /// Where a point stands beside a line: its foot, the foot's distance from the line's point along

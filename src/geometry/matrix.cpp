@@ -50,11 +50,11 @@ std::optional<Matrix> inverse(const Matrix& matrix) {
         return std::nullopt;
     }
     const double factor = 1.0 / det;
-    Matrix result;
-    setColumn(result.m, 0, m[1], lower, factor);
-    setColumn(result.m, 1, m[0], lower, -factor);
-    setColumn(result.m, 2, m[3], upper, factor);
-    setColumn(result.m, 3, m[2], upper, -factor);
+    std::optional<Matrix> result(std::in_place);
+    setColumn(result->m, 0, m[1], lower, factor);
+    setColumn(result->m, 1, m[0], lower, -factor);
+    setColumn(result->m, 2, m[3], upper, factor);
+    setColumn(result->m, 3, m[2], upper, -factor);
     return result;
 }
 

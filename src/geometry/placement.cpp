@@ -10,7 +10,8 @@ namespace {
 /// What the view's depth direction is in the model; zero for a singular matrix.
 Vec3 viewingDirection(const double* viewMatrix) {
     constexpr Vec3 depth{0.0, 0.0, 1.0};
-    return orZero(unit(transformedDirection(depth, orZero(inverse(matrixFrom(viewMatrix))))));
+    const std::optional<Matrix> toModel = inverse(matrixFrom(viewMatrix));
+    return toModel ? orZero(unit(transformed(depth, *toModel, 0.0))) : Vec3{};
 }
 
 } // namespace
@@ -20,10 +21,6 @@ Vec3 movedAlongView(const _ank_locate& locate, Vec3 origin, Vec3 unitNormal,
     const Line ray{fromArray(locate.point), viewingDirection(locate.viewMatrix)};
     const auto reach = reachOfPlane(ray, origin, unitNormal, angularTolerance);
     return reach ? ray.at(*reach) : ray.point;
-}
-
-Vec3 ProjPntToPlane(Vec3 point, Vec3 origin, Vec3 unitNormal) {
-    return moved(point, unitNormal, dot(origin - point, unitNormal));
 }
 
 } // namespace dorvale

@@ -13,6 +13,8 @@ Vec3 movedAlongView(const _ank_locate& locate, Vec3 origin, Vec3 unitNormal,
                     double angularTolerance = kTolerances.angle);
 
 /// Orthogonal projection of a point onto a plane; the point itself for a normal without a length.
-Vec3 ProjPntToPlane(Vec3 point, Vec3 origin, Vec3 unitNormal);
+inline Vec3 ProjPntToPlane(Vec3 point, Vec3 origin, Vec3 unitNormal) {
+    return moved(point, unitNormal, dot(origin - point, unitNormal));
+}
 
 } // namespace dorvale

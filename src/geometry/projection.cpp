@@ -57,10 +57,6 @@ float angleInPlane(Vec3 v) { return std::atan2(static_cast<float>(v.y), static_c
 
 } // namespace
 
-std::optional<Vec3> normalOf(Vec3 p0, Vec3 p1, Vec3 p2) {
-    return unitNormal(orZero(unit(p1 - p0)), orZero(unit(p2 - p0)));
-}
-
 Vec3 pointByAngle(Vec3 axis, Vec3 direction, float angle, Vec3 base, double distance) {
     return moved(base, rotated(direction, rotationAbout(axis, angle)), distance);
 }

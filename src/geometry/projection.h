@@ -1,4 +1,4 @@
-// Arcs between the model and their own plane, normals, and points turned about an axis.
+// Arcs between the model and their own plane, and points turned about an axis.
 #pragma once
 
 #include <memory>
@@ -6,9 +6,6 @@
 #include "geometry/curves.h"
 
 namespace dorvale {
-
-/// Unit normal of the plane through three points, unless they lie on one line.
-std::optional<Vec3> normalOf(Vec3 p0, Vec3 p1, Vec3 p2);
 
 /// The point at a distance from `base` along a direction that is turned about an axis by an angle
 /// in radians, right-hand rule. Axis and direction count in single precision.

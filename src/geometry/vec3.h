@@ -86,6 +86,11 @@ inline std::optional<Vec3> unit(Vec3 v) {
 /// The unit vector square to both, unless they are parallel.
 inline std::optional<Vec3> unitNormal(Vec3 a, Vec3 b) { return unit(cross(a, b)); }
 
+/// Unit normal of the plane through three points, unless they lie on one line.
+inline std::optional<Vec3> normalOf(Vec3 p0, Vec3 p1, Vec3 p2) {
+    return unitNormal(orZero(unit(p1 - p0)), orZero(unit(p2 - p0)));
+}
+
 /// Whether the angle between two legs, given by their squares, is larger than another angle.
 inline bool angleExceeds(double oppositeSquared, double adjacentSquared, double angle) {
     // Up to 1 radian tan(angle) < 2 * angle, so that most cases need no arc tangent.

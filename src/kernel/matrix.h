@@ -24,10 +24,9 @@ public:
     /// carries model coordinates into it and the one that carries them back.
     static int zfmx03(const double* origin, const double* zAxis, const double* xAxis,
                       double (*toLocal)[4], double (*toModel)[4]) {
-        const FrameMatrices frame =
-            frameMatrices(fromArray(origin), fromArray(zAxis), fromArray(xAxis));
-        writeTo(toLocal[0], frame.toLocal);
-        writeTo(toModel[0], frame.toModel);
+        const Frame frame(fromArray(origin), fromArray(zAxis), fromArray(xAxis));
+        writeTo(toLocal[0], frame.localMatrix());
+        writeTo(toModel[0], frame.modelMatrix());
         return 0;
     }
 
