@@ -58,6 +58,7 @@ void edgeToEdge(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     keep(at, result);
     result.measured =
         asLength(distanceOfEdges(lineOf(edge1), lineOf(edge2), Frame::of(pmi), at.locate.point));
+    result.centersText = true;
 }
 
 void pointToEdge(Arguments& in, Ank_PMI& pmi, CallResult& result) {
@@ -68,6 +69,7 @@ void pointToEdge(Arguments& in, Ank_PMI& pmi, CallResult& result) {
                          at.viewMatrix());
     keep(at, result);
     result.measured = asLength(distanceToEdge(lineOf(edge), pointOf(point), Frame::of(pmi)));
+    result.centersText = true;
 }
 
 void pointToPoint(Arguments& in, Ank_PMI& pmi, CallResult& result) {
@@ -79,6 +81,7 @@ void pointToPoint(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     PMICreateDotDistDim3D(line1.line(), line2.line(), height, &pmi, &status, view.pointer());
     result.status = status;
     result.measured = asLength(distanceOf(lineOf(line1).start, lineOf(line2).start));
+    result.centersText = true;
 }
 
 void clippedDistance(Arguments& in, Ank_PMI& pmi, CallResult& result) {
@@ -91,6 +94,7 @@ void clippedDistance(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     keep(at, result);
     const Frame frame = Frame::ofSection(normal, a, b);
     result.measured = asLength(length(frame.flat(b) - frame.flat(a)));
+    result.centersText = true;
 }
 
 /// A section plane, as the clipped calls take it.
@@ -119,6 +123,7 @@ void clippedPointToEdge(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     keep(at, result);
     const Frame frame = Frame::ofSection(cut.normal, cut.origin, cut.xPoint);
     result.measured = asLength(distanceToEdge(lineOf(edge), pointOf(point), frame));
+    result.centersText = true;
 }
 
 void parallel(Arguments& in, Ank_PMI& pmi, CallResult& result) {

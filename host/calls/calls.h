@@ -49,6 +49,8 @@ struct CallResult {
     std::optional<_ank_locate> locate;
     std::vector<HandedBack> others;
     Measured measured;
+    /// Whether its value stands centred on the dimension line, by the library's estimate.
+    bool centersText = false;
     /// Lines that a call leaves to its caller to draw, in model coordinates.
     std::vector<LineEdge> callerLines;
 

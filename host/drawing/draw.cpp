@@ -5,6 +5,7 @@
 #include "host/drawing/projection.h"
 #include "host/drawing/svg.h"
 #include "host/drawing/text.h"
+#include "host/geometry/arcs.h"
 #include "host/scene/build.h"
 
 namespace host {
@@ -22,14 +23,26 @@ void addEdge(Path& path, const ArcEdge& arc, const Projection& toPaper) {
              sweepTo(arc.end - arc.center, x, y));
 }
 
+void drawEdge(Svg& svg, const ModelEdge& edge, const Projection& toPaper) {
+    if (edge.hidden) {
+        svg.useHiddenEdges();
+    }
+    Path path;
+    std::visit([&](const auto& shape) { addEdge(path, shape, toPaper); }, edge.edge);
+    const std::string id = edge.id.empty() ? "" : " data-id=\"" + xmlText(edge.id) + '"';
+    svg.path(edge.hidden ? "edge hidden" : "edge", path, id);
+}
+
 void drawModel(Svg& svg, const Scene& scene) {
     const Projection toPaper(scene.view());
     svg.open("model");
-    for (const ModelEdge& edge : scene.edges()) {
-        Path path;
-        std::visit([&](const auto& shape) { addEdge(path, shape, toPaper); }, edge.edge);
-        const std::string id = edge.id.empty() ? "" : " data-id=\"" + xmlText(edge.id) + '"';
-        svg.path("edge", path, id);
+    // Hidden edges first: a visible one in the same place covers them.
+    for (const bool hidden : {true, false}) {
+        for (const ModelEdge& edge : scene.edges()) {
+            if (edge.hidden == hidden) {
+                drawEdge(svg, edge, toPaper);
+            }
+        }
     }
     svg.close();
 }
@@ -44,8 +57,7 @@ void addPoints(Path& path, const std::vector<ANK_PNT32>& points, const Projectio
     }
 }
 
-/// An arc runs counter-clockwise about its normal, so that its parameter falls where the normal
-/// points down. Its parameters are angles from the plane's X axis.
+/// An arc's parameters are angles from the plane's X axis.
 void addArc(Path& path, const Ank_Ellipse& arc, const Projection& toPaper) {
     float first = 0;
     float second = 0;
@@ -57,14 +69,8 @@ void addArc(Path& path, const Ank_Ellipse& arc, const Projection& toPaper) {
         return;
     }
     const double from = start;
-    double sweep = std::fmod(static_cast<double>(end) - from, kFullTurn);
-    if (arc.GetNormal().z < 0) {
-        sweep -= sweep < 0 ? 0 : kFullTurn;
-    } else {
-        sweep += sweep > 0 ? 0 : kFullTurn;
-    }
     path.arc(toPaper.point(vectorOf(arc.GetCenterPoint())), toPaper.offset({first, 0, 0}),
-             toPaper.offset({0, second, 0}), from, from + sweep);
+             toPaper.offset({0, second, 0}), from, from + sweepOf(arc));
 }
 
 /// Draws a curve that is shown.
@@ -153,7 +159,8 @@ void drawAnnotation(Svg& svg, const BuiltAnnotation& built, const Matrix& view) 
         drawLeader(svg, *leader, toPaper);
     }
     for (const Ank_ComText* block : pmi.GetComText()) {
-        drawTextBlock(svg, *block, toPaper, pmi.GetParallelScreen());
+        drawTextBlock(svg, *block, toPaper, pmi.GetParallelScreen(),
+                      built.finished ? Widths::OfDrawingFont : Widths::OfAnyFont);
     }
     svg.close();
 }
@@ -172,7 +179,7 @@ std::string drawScene(const Scene& scene, const Progress& progress) {
             progress(i + 1, count);
         }
     }
-    return svg.finish(scene.title());
+    return svg.finish(scene.title(), scene.lines());
 }
 
 std::string drawScene(std::string_view sceneText, const Progress& progress) {

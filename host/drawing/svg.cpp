@@ -17,10 +17,33 @@ constexpr Vec2 kSheet{250, 170};
 /// Around the picture, as a part of its larger side.
 constexpr double kMargin = 0.04;
 
-// Widths of lines on the sheet, in millimetres.
-constexpr double kModelLine = 0.25;
-constexpr double kDimensionLine = 0.22;
-constexpr double kThinLine = 0.15;
+/// A line on the sheet.
+struct Pen {
+    /// In millimetres.
+    double width;
+    const char* color;
+};
+
+/// The pens of a picture.
+struct Pens {
+    Pen model;
+    Pen hidden;
+    Pen dimension;
+    Pen extension;
+    /// Lines that bridge a gap.
+    Pen special;
+};
+
+constexpr const char* kInk = "#0b3d78";
+constexpr Pens kPlainPens{
+    {0.25, "#9aa1a9"}, {0.15, "#9aa1a9"}, {0.22, kInk}, {0.15, "#4b7bb3"}, {0.15, "#b3562f"}};
+// Line group 0.5 of ISO 128: visible edges wide, all others narrow.
+constexpr Pens kIsoPens{
+    {0.5, "#14191f"}, {0.25, "#14191f"}, {0.25, kInk}, {0.25, kInk}, {0.25, kInk}};
+
+// Dashes of ISO 128, in widths of the line.
+constexpr double kDash = 12;
+constexpr double kDashGap = 3;
 
 bool canStandInPicture(Vec2 p) { return std::abs(p.x) <= kLargest && std::abs(p.y) <= kLargest; }
 
@@ -48,25 +71,30 @@ DrawingScale scaleFor(Vec2 size) {
     return {factor, factor < 1 ? "1:" + whole(1 / factor) : whole(factor) + ":1"};
 }
 
-std::string style(double scale) {
-    const std::string ink = "#0b3d78";
+std::string style(double scale, LineStyle lines, bool withHidden) {
+    const Pens& pens = lines == LineStyle::Iso ? kIsoPens : kPlainPens;
     const auto width = [scale](double onSheet) {
         return "stroke-width:" + svgNumber(onSheet / scale) + ';';
     };
-    const auto line = [&width](const std::string& color, double onSheet) {
-        return "fill:none;stroke-linejoin:round;" + width(onSheet) + "stroke:" + color;
+    const auto line = [&width](const Pen& pen) {
+        return "fill:none;stroke-linejoin:round;" + width(pen.width) + "stroke:" + pen.color;
     };
     std::string rules;
     const auto add = [&rules](const std::string& className, const std::string& rule) {
         rules += "\n    ." + className + '{' + rule + '}';
     };
     add("paper", "fill:#fff");
-    add("edge", line("#9aa1a9", kModelLine));
-    add("curve", line(ink, kDimensionLine));
-    add("arrow", "fill:" + ink);
-    add("extension", line("#4b7bb3", kThinLine));
-    add("special", line("#b3562f", kThinLine));
-    add("frame", width(kDimensionLine) + "stroke-linejoin:round");
+    add("edge", line(pens.model));
+    if (withHidden) {
+        const double unit = pens.hidden.width / scale;
+        add("hidden", line(pens.hidden) + ";stroke-dasharray:" + svgNumber(kDash * unit) + ' ' +
+                          svgNumber(kDashGap * unit));
+    }
+    add("curve", line(pens.dimension));
+    add("arrow", std::string("fill:") + kInk);
+    add("extension", line(pens.extension));
+    add("special", line(pens.special));
+    add("frame", width(pens.dimension.width) + "stroke-linejoin:round");
     add("text", "fill:#0a1f3a;font-family:sans-serif;white-space:pre");
     return rules + "\n  ";
 }
@@ -194,13 +222,17 @@ void Svg::text(const PlacedText& text) {
     if (text.spacing != 0) {
         body_ += " letter-spacing=\"" + svgNumber(text.spacing * em) + '"';
     }
+    if (text.width) {
+        body_ +=
+            " textLength=\"" + svgNumber(*text.width * em) + "\" lengthAdjust=\"spacingAndGlyphs\"";
+    }
     if (!text.font.empty()) {
         body_ += " style=\"font-family:'" + xmlText(text.font) + "',sans-serif\"";
     }
     body_ += '>' + xmlText(text.text) + "</text>\n";
 }
 
-std::string Svg::finish(const std::string& title) const {
+std::string Svg::finish(const std::string& title, LineStyle lines) const {
     Vec2 low = extent_.empty() ? Vec2{} : extent_.low();
     Vec2 high = extent_.empty() ? Vec2{100, 100} : extent_.high();
     const double side = std::max({high.x - low.x, high.y - low.y, 1.0});
@@ -215,9 +247,10 @@ std::string Svg::finish(const std::string& title) const {
            "mm\" height=\"" + svgNumber(scale.factor * size.y) + "mm\" viewBox=\"" + corner + ' ' +
            sides + "\" data-scale=\"" + scale.name + "\">\n" + "  <title>" + xmlText(title) +
            "</title>\n" + //
-           "  <style>" + style(scale.factor) + "</style>\n" + "  <rect class=\"paper\" x=\"" +
-           svgNumber(low.x) + "\" y=\"" + svgNumber(-high.y) + "\" width=\"" + svgNumber(size.x) +
-           "\" height=\"" + svgNumber(size.y) + "\"/>\n" + body_ + "</svg>\n";
+           "  <style>" + style(scale.factor, lines, hasHidden_) + "</style>\n" +
+           "  <rect class=\"paper\" x=\"" + svgNumber(low.x) + "\" y=\"" + svgNumber(-high.y) +
+           "\" width=\"" + svgNumber(size.x) + "\" height=\"" + svgNumber(size.y) + "\"/>\n" +
+           body_ + "</svg>\n";
 }
 
 } // namespace host

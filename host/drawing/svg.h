@@ -3,10 +3,12 @@
 /// have three decimals, so that the same picture is the same file everywhere.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "host/geometry/vectors.h"
+#include "host/scene/lines.h"
 
 namespace host {
 
@@ -64,6 +66,8 @@ struct PlacedText {
     double height;
     /// Added to each character, in em.
     double spacing;
+    /// How wide the text is in any font, in em.
+    std::optional<double> width;
 };
 
 class Svg {
@@ -73,16 +77,19 @@ public:
     void close();
     void path(const std::string& className, const Path& path, const std::string& attributes = "");
     void text(const PlacedText& text);
+    /// Says that the picture has hidden edges: paths of the class `hidden`.
+    void useHiddenEdges() { hasHidden_ = true; }
     /// Widens the picture without drawing.
     void cover(const Extent& extent) { extent_.add(extent); }
 
     /// The finished file.
-    std::string finish(const std::string& title) const;
+    std::string finish(const std::string& title, LineStyle lines) const;
 
 private:
     std::string body_;
     std::string indent_ = "  ";
     Extent extent_;
+    bool hasHidden_ = false;
 };
 
 } // namespace host

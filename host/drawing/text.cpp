@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "host/finish/font.h"
 #include "host/system/utf8.h"
 
 namespace host {
@@ -37,10 +38,10 @@ double advance(wchar_t c) {
     return c >= L'A' && c <= L'Z' ? 0.7 : 0.63;
 }
 
-double widthInEm(const std::wstring& text, double spacing) {
+double widthInEm(const std::wstring& text, double spacing, Widths widths) {
     double width = 0;
     for (const wchar_t c : text) {
-        width += advance(c) + spacing;
+        width += (widths == Widths::OfDrawingFont ? advanceOf(c) : advance(c)) + spacing;
     }
     return width;
 }
@@ -72,8 +73,8 @@ struct TextLine {
 };
 
 /// Nothing for text that has no size, or stands where no picture reaches.
-std::optional<TextLine> place(const Ank_Text& text, const Projection& toPaper,
-                              bool screenParallel) {
+std::optional<TextLine> place(const Ank_Text& text, const Projection& toPaper, bool screenParallel,
+                              Widths widths) {
     constexpr double kSmallest = 1e-3;
     constexpr double kLargest = 1e9;
     float charWidth = 0;
@@ -87,6 +88,9 @@ std::optional<TextLine> place(const Ank_Text& text, const Projection& toPaper,
     TextLine line{};
     line.placed.text = toUtf8(shownText(text));
     line.placed.font = fontName(text);
+    if (widths == Widths::OfDrawingFont && line.placed.font.empty()) {
+        line.placed.font = kDrawingFont;
+    }
     line.placed.start = toPaper.point(vectorOf(text.GetInnerLoc()));
     line.placed.right =
         screenParallel ? Vec2{toPaper.scale() * width, 0} : width * toPaper.offset(vectorOf(x));
@@ -94,7 +98,10 @@ std::optional<TextLine> place(const Ank_Text& text, const Projection& toPaper,
         screenParallel ? Vec2{0, toPaper.scale() * height} : height * toPaper.offset(vectorOf(y));
     line.placed.height = height;
     line.placed.spacing = static_cast<double>(text.GetCharSpacing()) / width;
-    line.widthInEm = widthInEm(text.GetText(), line.placed.spacing);
+    line.widthInEm = widthInEm(text.GetText(), line.placed.spacing, widths);
+    if (widths == Widths::OfDrawingFont) {
+        line.placed.width = line.widthInEm;
+    }
     const double reach = length(line.placed.start) + length(line.placed.up) +
                          line.widthInEm * length(line.placed.right);
     const bool canBeSeen = height >= kSmallest && width >= kSmallest && reach <= kLargest;
@@ -159,10 +166,10 @@ void drawFrame(Svg& svg, const Ank_Envelope& envelope, const std::vector<TextLin
 } // namespace
 
 void drawTextBlock(Svg& svg, const Ank_ComText& block, const Projection& toPaper,
-                   bool screenParallel) {
+                   bool screenParallel, Widths widths) {
     std::vector<TextLine> lines;
     for (const Ank_Text* text : block.GetTexts()) {
-        if (auto line = place(*text, toPaper, screenParallel)) {
+        if (auto line = place(*text, toPaper, screenParallel, widths)) {
             lines.push_back(*std::move(line));
         }
     }

@@ -215,6 +215,11 @@ ordered_json toJson(const CallResult& call) {
     return {{"call", call.call}, {"handedBack", std::move(handed)}};
 }
 
+ordered_json toJson(const Measured& measured) {
+    return {{"value", number(measured.value)},
+            {"kind", measured.quantity == Quantity::Angle ? "angle" : "length"}};
+}
+
 ordered_json toJson(const BuiltAnnotation& built) {
     ordered_json json;
     if (!built.name.empty()) {
@@ -223,6 +228,9 @@ ordered_json toJson(const BuiltAnnotation& built) {
     json["calls"] = ordered_json::array();
     for (const CallResult& call : built.calls) {
         json["calls"].push_back(toJson(call));
+    }
+    if (const CallResult* call = built.measuringCall()) {
+        json["measured"] = toJson(call->measured);
     }
     json["annotation"] = toJson(built.pmi);
     return json;

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "host/finish/label.h"
 #include "host/scene/arguments.h"
+#include "host/scene/finish.h"
 
 namespace host {
 namespace {
@@ -47,11 +49,46 @@ std::vector<Object> callsOf(Object& members) {
     return {items.begin(), items.end()};
 }
 
+/// What keeps a label from standing in place of what was measured, if anything does.
+std::optional<std::string> misfitOf(const std::vector<std::wstring>& label, Quantity quantity) {
+    for (const std::wstring& line : label) {
+        if (auto misfit = misfitOfLabel(line, quantity)) {
+            return misfit;
+        }
+    }
+    return std::nullopt;
+}
+
+/// @param own the annotation's own `finish`, if it has one
+void finishAnnotation(const Scene& scene, const std::optional<Value>& own, FinishOptions options,
+                      BuiltAnnotation& built) {
+    const CallResult* measuring = built.measuringCall();
+    const CallResult call = measuring != nullptr ? *measuring : CallResult{};
+    if (const auto misfit = misfitOf(options.label, call.measured.quantity)) {
+        if (own && own->json().contains("label")) {
+            Object(*own).at("label").fail(*misfit);
+        }
+        // A scene's label is for those of its annotations that can show it.
+        options.label.clear();
+    }
+    finish(built.pmi, scene.view(), options, call);
+    built.finished = !options.empty();
+}
+
 } // namespace
+
+const CallResult* BuiltAnnotation::measuringCall() const {
+    const auto found = std::find_if(calls.rbegin(), calls.rend(), [](const CallResult& call) {
+        return call.measured.quantity != Quantity::None;
+    });
+    return found == calls.rend() ? nullptr : &*found;
+}
 
 void buildAnnotation(const Scene& scene, std::size_t index, BuiltAnnotation& built) {
     Object members(scene.annotation(index));
     preset(members, built);
+    const std::optional<Value> own = members.find("finish");
+    const FinishOptions options = own ? readFinish(*own, scene.finish()) : scene.finish();
     std::vector<Object> calls = callsOf(members);
     if (members.find("calls")) {
         members.refuseOthers();
@@ -59,6 +96,7 @@ void buildAnnotation(const Scene& scene, std::size_t index, BuiltAnnotation& bui
     for (Object& call : calls) {
         makeCall(scene, call, built);
     }
+    finishAnnotation(scene, own, options, built);
 }
 
 std::vector<std::string> callNames(const Scene& scene) {

@@ -17,9 +17,14 @@ struct BuiltAnnotation {
     std::string name;
     Ank_PMI pmi;
     std::vector<CallResult> calls;
+    /// Whether it has been finished, by the widths of the drawing's font.
+    bool finished = false;
+
+    /// The call that measured its value: the last one that did. Null where none did.
+    const CallResult* measuringCall() const;
 };
 
-/// Fills an empty annotation from the scene. Throws `SceneError`.
+/// Fills an empty annotation from the scene and finishes it. Throws `SceneError`.
 void buildAnnotation(const Scene& scene, std::size_t index, BuiltAnnotation& built);
 
 /// The names of a scene's calls in their order, each once.

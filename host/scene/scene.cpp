@@ -1,6 +1,7 @@
 #include "host/scene/scene.h"
 
 #include "host/geometry/views.h"
+#include "host/scene/finish.h"
 
 namespace host {
 namespace {
@@ -28,6 +29,15 @@ Scene::Scene(std::string_view text) : json_(parseJson(text)), view_(*standardVie
     licence_ = textOf(members, "licence");
     if (const auto view = members.find("view")) {
         view_ = readView(*view);
+    }
+    if (const auto lines = members.find("lines")) {
+        if (lines->text() != "iso") {
+            lines->fail("expected \"iso\"");
+        }
+        lines_ = LineStyle::Iso;
+    }
+    if (const auto finish = members.find("finish")) {
+        finish_ = readFinish(*finish, {});
     }
     if (const auto points = members.find("points")) {
         readPoints(*points);
@@ -60,12 +70,22 @@ void Scene::readPoints(const Value& value) {
 void Scene::readEdges(const Value& list) {
     for (const Value& item : list.items()) {
         Object members(item);
-        std::string id = textOf(members, "id");
-        if (!id.empty() && !edgeById_.emplace(id, edges_.size()).second) {
+        ModelEdge edge = readModelEdge(members);
+        if (!edge.id.empty() && !edgeById_.emplace(edge.id, edges_.size()).second) {
             item.fail("another edge has the same id");
         }
-        edges_.push_back({std::move(id), readEdgeMembers(members)});
+        edges_.push_back(std::move(edge));
     }
+}
+
+ModelEdge Scene::readModelEdge(Object& members) const {
+    ModelEdge edge;
+    edge.id = textOf(members, "id");
+    if (const auto hidden = members.find("hidden")) {
+        edge.hidden = hidden->boolean();
+    }
+    edge.edge = readEdgeMembers(members);
+    return edge;
 }
 
 Edge Scene::readEdgeMembers(Object& members) const {

@@ -9,7 +9,9 @@
 #include <string_view>
 #include <vector>
 
+#include "host/finish/finish.h"
 #include "host/geometry/edges.h"
+#include "host/scene/lines.h"
 #include "host/scene/reader.h"
 
 namespace host {
@@ -18,6 +20,8 @@ namespace host {
 struct ModelEdge {
     std::string id;
     Edge edge;
+    /// Whether the part itself hides it from the viewer.
+    bool hidden = false;
 };
 
 /// The part of a scene that its annotations build on, and the annotations as they were written.
@@ -30,7 +34,10 @@ public:
     const std::string& kind() const { return kind_; }
     const std::string& licence() const { return licence_; }
     const Matrix& view() const { return view_; }
+    LineStyle lines() const { return lines_; }
     const std::vector<ModelEdge>& edges() const { return edges_; }
+    /// How annotations are finished that do not say otherwise.
+    const FinishOptions& finish() const { return finish_; }
 
     std::size_t annotationCount() const;
     Value annotation(std::size_t index) const;
@@ -45,6 +52,7 @@ public:
 private:
     void readEdges(const Value& list);
     void readPoints(const Value& value);
+    ModelEdge readModelEdge(Object& members) const;
     Edge readEdgeMembers(Object& members) const;
 
     nlohmann::json json_;
@@ -52,6 +60,8 @@ private:
     std::string kind_;
     std::string licence_;
     Matrix view_;
+    LineStyle lines_ = LineStyle::Plain;
+    FinishOptions finish_;
     std::vector<ModelEdge> edges_;
     std::map<std::string, std::size_t> edgeById_;
     std::map<std::string, Vec3> points_;
