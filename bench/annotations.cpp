@@ -8,13 +8,13 @@
 #include <string>
 
 #include "blocks.h"
-#include "generators.h"
+#include "kinds.h"
 
 namespace {
 
 using namespace dorvale::bench;
 
-BlockCount blocksOf(const Generator& generator) {
+BlockCount blocksOf(const AnnotationKind& generator) {
     // Once uncounted, for what a thread keeps for good after its first call.
     Ank_PMI warmUp;
     generator.build(warmUp);
@@ -48,7 +48,7 @@ private:
     std::size_t count_ = 0;
 };
 
-void build(benchmark::State& state, const Generator& generator) {
+void build(benchmark::State& state, const AnnotationKind& generator) {
     while (state.KeepRunning()) {
         Ank_PMI pmi;
         generator.build(pmi);
@@ -61,7 +61,7 @@ void build(benchmark::State& state, const Generator& generator) {
                                                        benchmark::Counter::kAvgThreads);
 }
 
-void floorOf(benchmark::State& state, const Generator& generator) {
+void floorOf(benchmark::State& state, const AnnotationKind& generator) {
     const std::vector<std::size_t> sizes = blocksOf(generator).kept;
     while (state.KeepRunning()) {
         Blocks blocks;
@@ -93,10 +93,10 @@ T* populationOf(const std::string& generator, const std::string& name, std::size
 
 /// Replaces one of many living objects, round and round.
 template <typename T, typename Fill>
-void replaceAmong(benchmark::State& state, const Generator& generator, const std::string& what,
+void replaceAmong(benchmark::State& state, const AnnotationKind& generator, const std::string& what,
                   Fill fill) {
     const auto size = static_cast<std::size_t>(state.range(0));
-    T* const objects = populationOf<T>(generator.name, what + std::to_string(size), size, fill);
+    T* const objects = populationOf<T>(generator.call, what + std::to_string(size), size, fill);
     std::size_t i = 0;
     while (state.KeepRunning()) {
         std::destroy_at(&objects[i]);
@@ -105,11 +105,11 @@ void replaceAmong(benchmark::State& state, const Generator& generator, const std
     }
 }
 
-void buildAmong(benchmark::State& state, const Generator& generator) {
+void buildAmong(benchmark::State& state, const AnnotationKind& generator) {
     replaceAmong<Ank_PMI>(state, generator, "annotations", generator.build);
 }
 
-void floorAmong(benchmark::State& state, const Generator& generator) {
+void floorAmong(benchmark::State& state, const AnnotationKind& generator) {
     const std::vector<std::size_t> sizes = blocksOf(generator).kept;
     replaceAmong<Blocks>(state, generator, "blocks",
                          [&](Blocks& blocks) { blocks.allocate(sizes); });
@@ -126,8 +126,8 @@ void buildArc(benchmark::State& state) {
 }
 
 const bool kRegistered = [] {
-    for (const Generator& generator : generators()) {
-        const std::string name = generator.name;
+    for (const AnnotationKind& generator : annotationKinds()) {
+        const std::string name = generator.call;
         for (const int threads : {1, 2}) {
             benchmark::RegisterBenchmark(name.c_str(), build, generator)->Threads(threads);
             benchmark::RegisterBenchmark((name + "/floor").c_str(), floorOf, generator)

@@ -93,7 +93,7 @@ inline void ExpectShown(const host::Measured& measured, const Ank_PMI& pmi) {
         return;
     }
     const double lastDigit = 0.00502;
-    const double narrowing = (measured.quantity == host::Quantity::Angle ? 1e-2 : 1e-4);
+    const double narrowing = measured.quantity == host::Quantity::Angle ? 1e-3 : 5e-5;
     EXPECT_NEAR(Drawing(pmi).text.number(), measured.value, lastDigit + narrowing);
 }
 

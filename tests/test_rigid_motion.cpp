@@ -1,5 +1,6 @@
 // A scene that is moved and turned as a whole has the same annotation, moved and turned.
 #include "drawing.h"
+#include "host/calls/description.h"
 
 namespace dorvale::test {
 namespace {
@@ -80,20 +81,31 @@ TEST_P(RigidMotionTest, MovesTheAnnotation) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Calls, RigidMotionTest,
-    testing::Values(Generator{"PMICreateRadiusDim3D", 0, false, true},
-                    Generator{"PMICreateDiameterDim3D", 0, false, true},
-                    Generator{"PMICreateParallelDim3D", 0, true, true},
-                    Generator{"PMICreateArcDim3D"}, Generator{"PMICreateArcDim3D", 2, true},
-                    Generator{"PMICreateClipArcDim3D"}, Generator{"PMICreateClipArcDim3D", 2},
-                    Generator{"PMICreateAngleDim"}, Generator{"PMICreateAngleDim3D"},
-                    Generator{"PMICreateLinDistDim3D"}, Generator{"PMICreateLinDotDim3D"},
-                    Generator{"PMICreateDotDistDim3D"}, Generator{"PMICreateClipDim3D"},
-                    Generator{"PMICreateClipLinDotDim3D"}),
-    [](const auto& generator) {
-        return std::string(generator.param.call) + (generator.param.curve == 2 ? "_Edge" : "");
-    });
+/// Every call that is drawn in a plane of its own; one that measures a curve, for an edge too.
+std::vector<Generator> generators() {
+    std::vector<Generator> all;
+    for (const host::Call& call : host::calls()) {
+        const std::vector<host::Member> members = host::describe(call).members;
+        const auto has = [&members](std::string_view name) {
+            return std::ranges::find(members, name, &host::Member::name) != members.end();
+        };
+        const std::string_view name = call.name;
+        if (has("view")) {
+            all.push_back({call.name, 0, name == "PMICreateParallelDim3D",
+                           has("circle") || name == "PMICreateParallelDim3D"});
+        }
+        if (has("curve")) {
+            all.push_back({call.name, 2, name == "PMICreateArcDim3D"});
+        }
+    }
+    return all;
+}
+
+INSTANTIATE_TEST_SUITE_P(Calls, RigidMotionTest, testing::ValuesIn(generators()),
+                         [](const auto& generator) {
+                             return std::string(generator.param.call) +
+                                    (generator.param.curve == 2 ? "_Edge" : "");
+                         });
 
 } // namespace
 } // namespace dorvale::test

@@ -1,7 +1,12 @@
 #!/usr/bin/env bash
-# Compares what a library exports, demangled, with the list that is expected.
+# Compares what a library exports, demangled, with the list on record; with --approve, records it.
 set -euo pipefail
 export LC_ALL=C
+approve=
+if [[ $1 == --approve ]]; then
+    approve=yes
+    shift
+fi
 library=$1 list=$2
 
 # On Windows a class's typeinfo is exported without the name that it points at.
@@ -24,5 +29,8 @@ exported() {
     esac
 }
 
+if [[ $approve ]]; then
+    exported | sort -u >"$list"
+fi
 diff --label expected --label "exported by $(basename "$library")" -u <(expected | sort -u) \
     <(exported | sort -u)

@@ -58,6 +58,8 @@ constexpr Call kBuilders[] = {
     {"SeStrdec", RUN(a.buffer[0] = '\0'; Dim::SeStrdec(a.angle, a.format[4], a.buffer))},
     {"SeStrfrc", RUN(a.buffer[0] = '\0'; Dim::SeStrfrc(a.angle, a.format[5], a.flag(0), a.buffer))},
     {"SeStritoa", RUN(Dim::SeStritoa(a.kindCode, a.buffer))},
+    {"BuToFract", RUN(a.code = Dim::BuToFract(&a.value, a.format, a.format, a.format))},
+    {"CheckAngDim", RUN(a.code = Dim::CheckAngDim(a.angle, a.format, a.format))},
 
     {"FillLeaderData",
      RUN(a.code = Dim::FillLeaderData(a.shape, a.places[2], a.leaders, a.flag(0), a.flag(1)))},

@@ -1,14 +1,15 @@
-#include "generators.h"
+#include "kinds.h"
 
 #include <algorithm>
-
-namespace dorvale::bench {
+#include <iterator>
+#include <vector>
 
 namespace {
 
 constexpr double kHeight = 3.5;
 
-/// Stays the caller's; what a call may write to is set anew for each.
+/// What the host has measured, and the view. Stays the caller's; what a call may write to is set
+/// anew for each.
 struct Part {
     double points[6][3] = {{0, 0, 0}, {0, 10, 0}, {0, 20, 0}, {50, 0, 0}, {50, 10, 0}, {50, 20, 0}};
     double text[3] = {25, 25, 0};
@@ -136,7 +137,13 @@ void clipLinDot(Ank_PMI& pmi) {
                              locate, kHeight, &pmi, &p.status, p.view);
 }
 
-constexpr Generator kGenerators[] = {
+void framedNote(Ank_PMI& pmi) {
+    note(pmi);
+    Envelope envelope{true, 0x00FFFFFF, 0x00000000};
+    PMISetEnvelope(1, true, false, true, envelope, &pmi);
+}
+
+constexpr AnnotationKind kKinds[] = {
     {"PMICreateAxToAx", distance<PMICreateAxToAx>},
     {"PMICreateCntToCnt", distance<PMICreateCntToCnt>},
     {"PMICreatePLNTOPLN", distance<PMICreatePLNTOPLN>},
@@ -155,11 +162,12 @@ constexpr Generator kGenerators[] = {
     {"PMICreateClipArcDim3D", clipArc},
     {"PMICreateAngleDim", angle},
     {"PMICreateAngleDim3D", angle3d},
+    {"PMISetEnvelope", framedNote},
 };
 
 } // namespace
 
-std::span<const Generator> generators() { return kGenerators; }
+std::vector<AnnotationKind> annotationKinds() { return {std::begin(kKinds), std::end(kKinds)}; }
 
 Ank_Ellipse quarterCircle(float radius) {
     Ank_Ellipse circle;
@@ -174,5 +182,3 @@ void buildArcLength(Ank_PMI& pmi, Ank_Ellipse& circle, double radius) {
     PMICreateArcDim3D(nullptr, &circle, locate, kHeight, &pmi, &p.status, p.view, &p.edge,
                       &p.slope);
 }
-
-} // namespace dorvale::bench
