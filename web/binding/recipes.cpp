@@ -12,6 +12,11 @@ template <class T> std::span<const T> take(std::span<const T>& left, std::size_t
     return taken;
 }
 
+template <class T> T takeOne(std::span<const T>& left) {
+    const auto taken = take(left, 1);
+    return taken.empty() ? T{} : taken.front();
+}
+
 bool startsPair(char16_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
 bool endsPair(char16_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
 
@@ -36,20 +41,11 @@ std::size_t bytesOf(std::size_t numbers, std::size_t integers, std::size_t units
 
 double* Input::reserve(std::size_t numbers, std::size_t integers, std::size_t units) {
     const std::size_t size = (bytesOf(numbers, integers, units) + 7) / 8;
-    if (size > block_.size()) {
-        // What it held is not wanted any more.
-        release();
-        block_.resize(size);
-    }
+    block_.reserve(size, 0);
     numbers_ = numbers;
     integers_ = integers;
     units_ = units;
     return block_.data();
-}
-
-void Input::release() {
-    block_ = {};
-    numbers_ = integers_ = units_ = 0;
 }
 
 std::span<const double> Input::numbers() const { return {block_.data(), numbers_}; }
@@ -73,9 +69,10 @@ Recipes::Recipes(const Input& input) : rows_{input.numbers(), input.integers(), 
     rows_.texts = texts_;
 }
 
-int Recipes::nextInteger() {
-    const auto taken = take(rows_.integers, 1);
-    return taken.empty() ? 0 : taken.front();
-}
+int Recipes::nextInteger() { return takeOne(rows_.integers); }
+
+double Recipes::nextNumber() { return takeOne(rows_.numbers); }
+
+std::wstring Recipes::nextText() { return takeOne(rows_.texts); }
 
 } // namespace web

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/calls/packed.h"
+#include "web/binding/memory.h"
 
 namespace web {
 
@@ -18,15 +19,13 @@ class Input {
 public:
     /// Makes room, and returns where the numbers start.
     double* reserve(std::size_t numbers, std::size_t integers, std::size_t units);
-    /// Gives all memory back.
-    void release();
 
     std::span<const double> numbers() const;
     std::span<const int> integers() const;
     std::span<const char16_t> units() const;
 
 private:
-    std::vector<double> block_;
+    Buffer<double> block_;
     std::size_t numbers_ = 0;
     std::size_t integers_ = 0;
     std::size_t units_ = 0;
@@ -41,6 +40,8 @@ public:
     const host::Matrix& view() const { return view_; }
     host::Rows& rows() { return rows_; }
     int nextInteger();
+    double nextNumber();
+    std::wstring nextText();
 
 private:
     host::Matrix view_{};

@@ -214,7 +214,7 @@ void Words::add(std::wstring_view text) {
         if (units++ % 2 == 0) {
             add(unit);
         } else {
-            words_[size_ - 1] |= unit << 16U;
+            words_.data()[size_ - 1] |= unit << 16U;
         }
     };
     for (const wchar_t c : text) {

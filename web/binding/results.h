@@ -2,7 +2,6 @@
 /// Finished annotations as one buffer, so that they leave the module in a single copy.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <span>
@@ -10,6 +9,7 @@
 #include <vector>
 
 #include "host/calls/calls.h"
+#include "web/binding/memory.h"
 
 namespace web {
 
@@ -21,7 +21,7 @@ public:
     const std::uint32_t* data() const { return words_.data(); }
     void clear() { size_ = 0; }
     void set(std::size_t at, std::size_t value) {
-        words_[at] = static_cast<std::uint32_t>(value);
+        words_.data()[at] = static_cast<std::uint32_t>(value);
     }
 
     void add(std::uint32_t value) { *more(1) = value; }
@@ -40,9 +40,7 @@ public:
 
 private:
     std::uint32_t* more(std::size_t count) {
-        if (size_ + count > words_.size()) {
-            words_.resize(std::max(size_ + count, 2 * words_.size()));
-        }
+        words_.reserve(size_ + count, size_);
         size_ += count;
         return words_.data() + size_ - count;
     }
@@ -50,12 +48,11 @@ private:
         std::memcpy(more(words), bytes, 4 * words);
     }
 
-    // Longer than what is in use: it is not cleared over and over.
-    std::vector<std::uint32_t> words_;
+    Buffer<std::uint32_t> words_;
     std::size_t size_ = 0;
 };
 
-/// Appends an annotation and what its calls gave back. web/dorvale/src/annotation.ts reads it.
+/// Appends an annotation and what its calls gave back. web/dorvale/src/results.ts reads it.
 void addAnnotation(Words& words, const Ank_PMI& pmi, std::span<const host::CallResult> calls);
 
 } // namespace web

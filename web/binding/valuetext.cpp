@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <memory>
-#include <new>
 #include <string_view>
 
 #include <dorvale/dorvale.h>
@@ -51,10 +50,6 @@ std::optional<std::wstring> valueText(const Input& input) {
     char* text = nullptr;
     const int status = write(value, input.integers(), &text);
     const std::unique_ptr<char[]> owned(text);
-    constexpr int kNoMemory[] = {-2, -976};
-    if (std::find(std::begin(kNoMemory), std::end(kNoMemory), status) != std::end(kNoMemory)) {
-        throw std::bad_alloc();
-    }
     return status == 0 && text != nullptr ? std::optional(widen(text)) : std::nullopt;
 }
 
