@@ -2,11 +2,12 @@
 /// The table of calls as JavaScript learns it when the module is loaded.
 #pragma once
 
-#include <string>
+#include "web/binding/results.h"
 
 namespace web {
 
-/// A JSON list of calls: their names and members, and what they hand back.
-std::wstring describeCalls();
+/// Appends the calls: their names and members, and what they hand back. web/dorvale/src/results.ts
+/// reads it.
+void describeCalls(Words& words);
 
 } // namespace web

@@ -30,10 +30,12 @@ double* reserveInput(std::size_t numbers, std::size_t integers, std::size_t unit
     return input.reserve(numbers, integers, units);
 }
 
-/// The table of calls: JSON in UTF-16, its length in front.
+/// The table of calls: the number of words, then the words.
 DORVALE_EXPORT(describe) const std::uint32_t* describeCalls() {
     begin();
-    output.add(web::describeCalls());
+    output.add(0);
+    web::describeCalls(output);
+    output.set(0, output.size());
     return output.data();
 }
 
@@ -52,13 +54,13 @@ DORVALE_EXPORT(build) const std::uint32_t* buildAnnotations(std::size_t count) {
     return output.data();
 }
 
-/// The value text that the input asks for: its length, or -1 where there is none, and its units.
+/// The value text that the input asks for: the number of words, and the text where there is one.
 DORVALE_EXPORT(valueText) const std::uint32_t* valueText() {
     begin();
+    output.add(0);
     if (const auto text = web::valueText(input)) {
         output.add(*text);
-    } else {
-        output.add(-1);
     }
+    output.set(0, output.size());
     return output.data();
 }

@@ -185,9 +185,8 @@ void add(Words& words, const host::CallResult& result) {
     for (const host::HandedBack& other : result.others) {
         std::visit(AddValue{words}, other.value);
     }
-    if (result.measured.quantity != host::Quantity::None) {
-        words.add(result.measured.value);
-    }
+    addEnum(words, result.measured.quantity);
+    words.add(result.measured.value);
     words.addCount(result.callerLines.size());
     for (const host::LineEdge& line : result.callerLines) {
         words.add(std::span<const double>(line.start));

@@ -1,6 +1,7 @@
 // Makes src/recipes.ts: the types of recipes, from the module's description of its calls and from
 // the comments of dorvale.h.
 import { readFileSync, writeFileSync } from "node:fs";
+import { pathToFileURL } from "node:url";
 
 const kinds = [
     "Number",
@@ -159,7 +160,7 @@ function docOf(member, comment) {
 function interfaceOf(call, header) {
     const comment = commentOf(header, call.call);
     const rows = call.members.map((member) => {
-        const optional = member.isNeeded === 0 || member.with !== "" ? "?" : "";
+        const optional = !member.isNeeded || member.with !== "" ? "?" : "";
         const doc = docOf(member, comment);
         const above = doc === "" ? "" : `    /** ${doc} */\n`;
         return `${above}    ${member.name}${optional}: ${typeOf(member)};\n`;
@@ -168,24 +169,10 @@ function interfaceOf(call, header) {
     return `${about}export interface ${call.call} {\n    call: "${call.call}";\n${rows.join("")}}\n`;
 }
 
-async function describedCalls(wasm) {
-    const nothing = () => undefined;
-    const { instance } = await WebAssembly.instantiate(readFileSync(wasm), {
-        dorvale: { outOfMemory: nothing },
-        env: { emscripten_notify_memory_growth: nothing },
-        wasi_snapshot_preview1: { proc_exit: nothing },
-    });
-    const { memory, _initialize, describe } = instance.exports;
-    _initialize();
-    const at = describe();
-    const length = new Int32Array(memory.buffer, at, 1)[0];
-    const units = new Uint16Array(memory.buffer, at + 4, length);
-    return JSON.parse(Array.from(units, (unit) => String.fromCharCode(unit)).join(""));
-}
-
-const [wasm, headerFile, out] = process.argv.slice(2);
+const [loader, wasm, headerFile, out] = process.argv.slice(2);
+const { load } = await import(pathToFileURL(loader).href);
 const header = readFileSync(headerFile, "utf8");
-const calls = await describedCalls(wasm);
+const { calls } = await load(readFileSync(wasm));
 const union = calls.map((call) => `    | ${call.call}\n`).join("");
 writeFileSync(
     out,

@@ -38,9 +38,10 @@ export const enum Kind {
 export interface MemberDescription {
     readonly name: string;
     readonly kind: Kind;
-    readonly isNeeded: number;
+    readonly isNeeded: boolean;
     /** The member on which that hangs: a boolean that is true, or an edge that is an arc, needs it. */
     readonly with: string;
+    /** Of an integer or a boolean that may be missing. */
     readonly otherwise: number;
     /** How many points a list has, or the shapes that may stand for an edge. */
     readonly count: number;
@@ -54,9 +55,10 @@ export interface HandedBackDescription {
 
 export interface CallDescription {
     readonly call: string;
-    readonly changes: number;
-    readonly hasStatus: number;
-    readonly hasLocate: number;
+    /** It works on an annotation that another call has made. */
+    readonly changes: boolean;
+    readonly hasStatus: boolean;
+    readonly hasLocate: boolean;
     /** 0 nothing, 1 a length, 2 an angle. */
     readonly measures: number;
     readonly members: readonly MemberDescription[];
@@ -118,12 +120,12 @@ type Conditions = Readonly<Record<string, boolean>>;
 
 function packerOf(member: MemberDescription, conditions: Record<string, boolean>): Packer {
     const { name, kind, count, otherwise } = member;
-    const canMiss = member.isNeeded === 0 || member.with !== "";
+    const canMiss = !member.isNeeded || member.with !== "";
     const isMissing = (value: unknown, where: Where, met: Conditions): boolean => {
         if (value !== undefined) {
             return false;
         }
-        const isNeeded = member.with === "" ? member.isNeeded !== 0 : met[member.with] === true;
+        const isNeeded = member.with === "" ? member.isNeeded : met[member.with] === true;
         return isNeeded ? fail(where, `"${name}" is missing`) : true;
     };
     switch (kind) {

@@ -1,7 +1,7 @@
 import { packRecipe } from "./annotation.js";
 import { type CallDescription, CallTable } from "./calls.js";
 import { OutOfMemoryError, RecipeError } from "./errors.js";
-import { type LabelMistake, readAnnotation, WordReader } from "./results.js";
+import { type LabelMistake, readAnnotation, readCalls, WordReader } from "./results.js";
 import type { Recipe, View } from "./recipes.js";
 import { type Rows, RowWriter } from "./rows.js";
 import { Scene } from "./scene.js";
@@ -75,8 +75,7 @@ export class Dorvale {
     constructor(private readonly module_: Exports) {
         module_._initialize();
         this.stack_ = module_.stackSave();
-        const calls = this.textAt_(this.run_(() => module_.describe()));
-        this.calls = JSON.parse(calls!) as CallDescription[];
+        this.calls = readCalls(new WordReader(this.copy_(() => module_.describe()), 1));
         this.table_ = new CallTable(this.calls);
     }
 
@@ -122,6 +121,11 @@ export class Dorvale {
         return new KeptRecipes(recipes.length, this.writer_.toRows());
     }
 
+    /** The size of the module's memory in bytes. It is used again from call to call. */
+    get memorySize(): number {
+        return this.module_.memory.buffer.byteLength;
+    }
+
     /**
      * The text of a value.
      *
@@ -134,20 +138,11 @@ export class Dorvale {
         const at = this.reserve_(1, integers.length, 0);
         this.numbers_[at >> 3] = number;
         this.integers_.set(integers, (at + 8) >> 2);
-        const text = this.textAt_(this.run_(() => this.module_.valueText()));
-        if (text === undefined) {
+        const packed = this.copy_(() => this.module_.valueText());
+        if (packed.byteLength === 4) {
             throw new RecipeError("value", "expected a number of at least 0");
         }
-        return text;
-    }
-
-    /** A text that the module has packed; a length of -1 says that there is none. */
-    private textAt_(words: number): string | undefined {
-        this.see_();
-        const length = this.integers_[words >> 2]!;
-        const bytes = 4 + 4 * ((length + 1) >> 1);
-        const packed = this.module_.memory.buffer.slice(words, words + bytes);
-        return length < 0 ? undefined : new WordReader(packed, 0).text();
+        return new WordReader(packed, 1).text();
     }
 
     private pack_(
@@ -193,7 +188,12 @@ export class Dorvale {
             this.integers_.set(kept.integers, atInteger);
             this.units_.set(kept.units, atUnit);
         }
-        const words = this.run_(() => this.module_.build(count));
+        return this.copy_(() => this.module_.build(count));
+    }
+
+    /** Words whose number stands in front of them. */
+    private copy_(call: () => number): ArrayBuffer {
+        const words = this.run_(call);
         this.see_();
         const length = this.integers_[words >> 2]!;
         return this.module_.memory.buffer.slice(words, words + 4 * length);

@@ -1,5 +1,5 @@
 // Finished annotations, as the module packs them: words of 4 bytes, doubles at even ones.
-import type { Call } from "./calls.js";
+import type { Call, CallDescription, HandedBackDescription, MemberDescription } from "./calls.js";
 import type {
     Annotation,
     ArcCurve,
@@ -235,17 +235,18 @@ const quantities = [null, "length", "angle"] as const;
 
 function readCall(words: WordReader, calls: readonly Call[]): [CallResult, Float64Array[]] {
     const { description, name } = calls[words.integer()]!;
-    const status = description.hasStatus !== 0 ? words.integer() : null;
+    const status = description.hasStatus ? words.integer() : null;
     const located: Located | null =
-        description.hasLocate !== 0
+        description.hasLocate
             ? { point: words.point(), viewMatrix: words.doubles(16) }
             : null;
     const handedBack: Record<string, HandedBackValue> = {};
     for (const member of description.handedBack) {
         handedBack[member.name] = readHandedBack(words, member.type);
     }
-    const kind = quantities[description.measures as 0 | 1 | 2];
-    const measured: Measured | null = kind !== null ? { value: words.double(), kind } : null;
+    const kind = quantities[words.integer() as 0 | 1 | 2];
+    const value = words.double();
+    const measured: Measured | null = kind === null ? null : { value, kind };
     const lines = words.list((list) => list.doubles(6));
     return [{ call: name, status, located, handedBack, measured }, lines];
 }
@@ -315,3 +316,29 @@ export function readAnnotation(
         calls: results,
     };
 }
+
+const readMember = (words: WordReader): MemberDescription => ({
+    name: words.text(),
+    kind: words.integer(),
+    isNeeded: words.boolean(),
+    with: words.text(),
+    otherwise: words.integer(),
+    count: words.integer(),
+});
+
+const readHandedBackMember = (words: WordReader): HandedBackDescription => ({
+    name: words.text(),
+    type: words.integer(),
+});
+
+/** The module's table of calls. */
+export const readCalls = (words: WordReader): CallDescription[] =>
+    words.list(() => ({
+        call: words.text(),
+        changes: words.boolean(),
+        hasStatus: words.boolean(),
+        hasLocate: words.boolean(),
+        measures: words.integer(),
+        members: words.list(readMember),
+        handedBack: words.list(readHandedBackMember),
+    }));
