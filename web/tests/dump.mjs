@@ -45,8 +45,7 @@ function curveOf(curve) {
     }
 }
 
-function leaderOf({ curve, arrow, end, type, stub }) {
-    const head = arrow ?? { type: 0, tip: end, direction: [0, 0, 0], length: 0, width: 0 };
+function leaderOf({ curve, terminator: head, type, stub }) {
     return {
         leaderType: type,
         stub,

@@ -1,6 +1,8 @@
 // What the tests share: the package as it is built, and the viewer without a screen beside it.
-import { execFileSync, spawnSync } from "node:child_process";
-import { readdirSync, readFileSync } from "node:fs";
+import { spawnSync } from "node:child_process";
+import { mkdtempSync, readdirSync, readFileSync, rmSync, writeFileSync } from "node:fs";
+import { tmpdir } from "node:os";
+import path from "node:path";
 import { fileURLToPath } from "node:url";
 
 export const root = fileURLToPath(new URL("../..", import.meta.url));
@@ -18,17 +20,21 @@ export const scenes = readdirSync(`${root}host/scenes`)
     .filter((name) => name.endsWith(".json"))
     .map((name) => [name, JSON.parse(read(`host/scenes/${name}`))]);
 
-/** A scene as `pmi-host dump` has it. */
-export function dump(scene) {
-    const options = { input: JSON.stringify(scene), maxBuffer: 1 << 28 };
-    return JSON.parse(execFileSync(pmiHost, ["dump", "/dev/stdin"], options));
+const folder = mkdtempSync(path.join(tmpdir(), "dorvale-scenes-"));
+process.on("exit", () => rmSync(folder, { recursive: true, force: true }));
+
+/** What `pmi-host dump` says to a scene. */
+function dumped(scene) {
+    const file = path.join(folder, "scene.json");
+    writeFileSync(file, JSON.stringify(scene));
+    const { stdout, stderr } = spawnSync(pmiHost, ["dump", file], { maxBuffer: 1 << 28 });
+    return { stdout: String(stdout), stderr: String(stderr).trim().replace(`${file}: `, "") };
 }
 
-/** What `pmi-host` has against a scene. */
-export function complaint(scene) {
-    const { stderr } = spawnSync(pmiHost, ["dump", "/dev/stdin"], { input: JSON.stringify(scene) });
-    return String(stderr).trim().replace("/dev/stdin: ", "");
-}
+export const dump = (scene) => JSON.parse(dumped(scene).stdout);
+
+/** What `pmi-host` has against a scene: one line, or nothing. */
+export const complaint = (scene) => dumped(scene).stderr;
 
 export const top = [1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1];
 export const radius = {

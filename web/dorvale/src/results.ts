@@ -178,9 +178,9 @@ function readLeader(words: WordReader): Leader {
     const [length, width] = words.pair();
     const tip = words.vector();
     const direction = words.vector();
-    const arrow: Arrow = { type: terminator, tip, direction, length, width };
-    const isShown = terminator !== noArrow;
-    return { curve: readCurve(words), arrow: isShown ? arrow : null, end: tip, type, stub };
+    const head: Arrow = { type: terminator, tip, direction, length, width };
+    const arrow = terminator === noArrow ? null : head;
+    return { curve: readCurve(words), arrow, terminator: head, type, stub };
 }
 
 function readExtensionLine(words: WordReader): ExtensionLine {

@@ -51,7 +51,7 @@ export type Curve = LineCurve | PolylineCurve | ArcCurve;
 
 /** An arrow head: a cone with its tip on the leader's end. */
 export interface Arrow {
-    /** 4 is an arrow. */
+    /** 4 is an arrow, 0 is none. */
     readonly type: number;
     readonly tip: Vector;
     /** From the tip along the body, of unit length. */
@@ -65,8 +65,8 @@ export interface Leader {
     readonly curve: Curve | null;
     /** Null where there is no head. */
     readonly arrow: Arrow | null;
-    /** Where the head stands, or would. */
-    readonly end: Vector;
+    /** The head, or where it would stand. */
+    readonly terminator: Arrow;
     /** 1 straight, 2 an arc. */
     readonly type: number;
     readonly stub: boolean;
