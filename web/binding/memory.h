@@ -1,0 +1,56 @@
+/// @file
+/// The module's memory. What a call allocates is dead when it returns, or has been left behind by
+/// an exception that JavaScript threw through it: so allocating moves a mark forward, nothing is
+/// freed one by one, and the mark goes back all at once.
+#pragma once
+
+#include <cstddef>
+
+namespace web {
+
+/// Memory that stays: doubles, aligned to 8. What a growing buffer leaves behind is lost, so grow
+/// by doubling. Throws a JavaScript exception where there is no more.
+void* takeForGood(std::size_t bytes);
+
+/// Frees everything that `new` has given since the module began.
+void freeAll();
+
+/// Frees at its end what `new` has given since its beginning.
+class Scope {
+public:
+    Scope();
+    ~Scope();
+    Scope(const Scope&) = delete;
+    Scope& operator=(const Scope&) = delete;
+
+private:
+    void* chunk_;
+    std::byte* top_;
+};
+
+/// A buffer of plain elements that keeps its memory. Growing it keeps what it holds.
+template <class T> class Buffer {
+public:
+    std::size_t capacity() const { return capacity_; }
+    T* data() const { return data_; }
+
+    void reserve(std::size_t count, std::size_t used) {
+        if (count <= capacity_) {
+            return;
+        }
+        const std::size_t doubled = 2 * capacity_;
+        const std::size_t capacity = count > doubled ? count : doubled;
+        T* const data = static_cast<T*>(takeForGood(capacity * sizeof(T)));
+        for (std::size_t i = 0; i < used; ++i) {
+            data[i] = data_[i];
+        }
+        data_ = data;
+        capacity_ = capacity;
+    }
+
+private:
+    T* data_ = nullptr;
+    std::size_t capacity_ = 0;
+};
+
+} // namespace web
