@@ -334,7 +334,8 @@ TEST(StepDraw, LinksEveryRowOfItsPageToItsAnnotation) {
     for (const fs::path& picture : filesIn(folder, ".svg")) {
         pictures += contentOf(picture);
     }
-    for (const json& dimension : reportOf("plate")["dimensions"]) {
+    const json report = reportOf("plate");
+    for (const json& dimension : report["dimensions"]) {
         const std::string name =
             "data-name=\"#" + std::to_string(dimension["entity"].get<int>()) + '"';
         EXPECT_NE(page.find("<tr class=\"" + dimension["fate"].get<std::string>() + "\" " + name),
