@@ -3,7 +3,8 @@
 #pragma once
 
 #include <array>
-#include <bit>
+#include <cstring>
+#include <type_traits>
 
 #include <dorvale/datamanager.h>
 
@@ -25,13 +26,21 @@ inline ANK_DIR32 direction32(float x, float y, float z) {
     return direction;
 }
 
+/// A record of parts that stand one behind the other.
+template <typename Record, typename Parts> Record recordOf(const Parts& parts) {
+    static_assert(sizeof(Record) == sizeof(Parts) && std::is_trivially_copyable_v<Record>);
+    Record record{};
+    std::memcpy(&record, &parts, sizeof(record));
+    return record;
+}
+
 /// @param elements row by row
 inline ANK_MTX32 matrix32(const std::array<float, 16>& elements) {
-    return std::bit_cast<ANK_MTX32>(elements);
+    return recordOf<ANK_MTX32>(elements);
 }
 
 inline ANK_BOX32 box32(const ANK_PNT32& first, const ANK_PNT32& second) {
-    return std::bit_cast<ANK_BOX32>(std::array{first, second});
+    return recordOf<ANK_BOX32>(std::array{first, second});
 }
 
 } // namespace dorvale
