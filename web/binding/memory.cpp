@@ -4,8 +4,8 @@
 #include <new>
 
 /// Throws in JavaScript, and so never returns.
-extern "C" [[noreturn]] __attribute__((import_module("dorvale"),
-                                       import_name("outOfMemory"))) void outOfMemory();
+extern "C" [[noreturn]] __attribute__((import_module("dorvale"), import_name("outOfMemory"))) void
+outOfMemory();
 
 extern "C" std::byte __heap_base; // NOLINT(bugprone-reserved-identifier): the linker's name
 
@@ -34,7 +34,8 @@ std::byte* top = nullptr;
 /// Makes a chunk the current one, or another behind it that has the room.
 void enterChunk(Chunk** place, std::size_t room) {
     std::size_t size = kPage / 2;
-    while (*place != nullptr && static_cast<std::size_t>((*place)->end - (*place)->begin()) < room) {
+    while (*place != nullptr &&
+           static_cast<std::size_t>((*place)->end - (*place)->begin()) < room) {
         size = static_cast<std::size_t>((*place)->end - (*place)->begin());
         place = &(*place)->next;
     }
