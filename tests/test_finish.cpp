@@ -503,4 +503,31 @@ TEST(Lines, HaveTheWidthsOfIso128OnTheSheet) {
     }
 }
 
+TEST(Finish, SpacingStandsBetweenTheCharactersOfEveryText) {
+    const json note = {{"display", true},
+                       {"calls",
+                        {{{"call", "PMICreateNote3D"},
+                          {"lines", {"DEBURR", "ALL"}},
+                          {"text", {0, 0, 0}},
+                          {"height", 5}}}}};
+    const auto widthOf = [&note](const json& finish) {
+        json annotation = note;
+        annotation["finish"] = finish;
+        const std::string picture = host::drawScene(json{{"annotations", {annotation}}}.dump());
+        const std::string name = "textLength=\"";
+        const std::size_t at = picture.find(name);
+        return at == std::string::npos ? -1 : std::stod(picture.substr(at + name.size()));
+    };
+    for (const double spacing : {0.0, 0.4}) {
+        const Built built = buildOne(note, {{"spacing", spacing}});
+        EXPECT_EQ(textsOf(built->pmi).size(), 2U);
+        for (const Ank_Text* text : textsOf(built->pmi)) {
+            EXPECT_FLOAT_EQ(text->GetCharSpacing(), static_cast<float>(spacing));
+        }
+    }
+    // Six letters, each with its distance to the next
+    EXPECT_NEAR(widthOf({{"spacing", 0.5}}) - widthOf({{"spacing", 0}}), 6 * 0.5, 1e-2);
+    EXPECT_THROW(buildOne(note, {{"spacing", -0.1}}), host::SceneError);
+}
+
 } // namespace

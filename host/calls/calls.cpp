@@ -126,6 +126,8 @@ void clippedPointToEdge(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     result.centersText = true;
 }
 
+// Lengths -----------------------------------------------------------------------------------------
+
 void parallel(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     int kindCode = in.integer("kindCode", kKindCode);
     const Curve reference = in.curve("reference", kLine);
@@ -137,21 +139,6 @@ void parallel(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     if (kindCode == kKindCode) {
         const LineEdge measured = lineOf(edge);
         result.measured = asLength(distanceOf(measured.start, measured.end));
-    }
-}
-
-// Circles -----------------------------------------------------------------------------------------
-
-/// @tparam factor what is shown, by the radius
-template <auto create, int factor> void circle(Arguments& in, Ank_PMI& pmi, CallResult& result) {
-    int kindCode = in.integer("kindCode", kKindCode);
-    const Curve measured = in.curve("circle", kArc);
-    Placement at = in.placement();
-    create(&kindCode, measured.entity, &at.locate, nullptr, at.height, &pmi, &at.status,
-           at.viewMatrix());
-    keep(at, result);
-    if (kindCode == kKindCode) {
-        result.measured = asLength(factor * arcOf(measured).radius);
     }
 }
 
@@ -197,6 +184,21 @@ void clippedArcLength(Arguments& in, Ank_PMI& pmi, CallResult& result) {
                           read.at.viewMatrix(), read.line1.line(), read.line2.line());
     keep(read.at, result);
     result.measured = asLength(lengthOf(read));
+}
+
+// Circles -----------------------------------------------------------------------------------------
+
+/// @tparam factor what is shown, by the radius
+template <auto create, int factor> void circle(Arguments& in, Ank_PMI& pmi, CallResult& result) {
+    int kindCode = in.integer("kindCode", kKindCode);
+    const Curve measured = in.curve("circle", kArc);
+    Placement at = in.placement();
+    create(&kindCode, measured.entity, &at.locate, nullptr, at.height, &pmi, &at.status,
+           at.viewMatrix());
+    keep(at, result);
+    if (kindCode == kKindCode) {
+        result.measured = asLength(factor * arcOf(measured).radius);
+    }
 }
 
 // Angles ------------------------------------------------------------------------------------------
@@ -294,7 +296,7 @@ void fillEnvelope(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     result.handBack("frameColour", static_cast<std::uint32_t>(frameColor));
 }
 
-// A new entry point needs its line here.
+// In the header's order; tests/catalogue.py compares it with the header.
 constexpr Call kCalls[] = {
     {"PMICreateAxToAx", distance<PMICreateAxToAx, 2, 5>},
     {"PMICreateCntToCnt", distance<PMICreateCntToCnt, 0, 2>},

@@ -1,6 +1,7 @@
 #include "host/calls/measure.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <limits>
 
@@ -8,7 +9,7 @@ namespace host {
 namespace {
 
 // The library's own limits.
-double kTolerances[] = {0.01, 0.00026};
+constexpr std::array kTolerances = {0.01, 0.00026};
 constexpr double kZeroLength = 1e-10;
 constexpr double kParallel = 6.5e-5;
 
@@ -119,7 +120,8 @@ double lengthOfArc(const ArcEdge& arc, const Curve& line1, const Curve& line2) {
     Vec3 origin{};
     Vec3 x{};
     Vec3 y{};
-    PMI3DPlnDef(6, line1.line(), line2.line(), nullptr, kTolerances, origin.data(), x.data(),
+    std::array tolerances = kTolerances;
+    PMI3DPlnDef(6, line1.line(), line2.line(), nullptr, tolerances.data(), origin.data(), x.data(),
                 y.data(), nullptr);
     const Vec3 across = cross(a, b);
     const double angle = std::atan2(std::sqrt(dot(across, across)), dot(a, b));

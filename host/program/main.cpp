@@ -12,6 +12,7 @@
 #include "host/drawing/draw.h"
 #include "host/output/dump.h"
 #include "host/output/gallery.h"
+#include "host/system/console.h"
 #include "host/system/files.h"
 #include "host/system/platform.h"
 
@@ -28,39 +29,6 @@ struct Options {
     std::string directory;
     std::string scenes = DORVALE_SCENES;
     bool png = false;
-};
-
-/// A line on a terminal that counts annotations, and goes away with its object.
-class ProgressLine {
-public:
-    ProgressLine() : shown_(host::stderrIsTerminal()) {}
-    ProgressLine(const ProgressLine&) = delete;
-    ProgressLine& operator=(const ProgressLine&) = delete;
-    ~ProgressLine() {
-        if (written_) {
-            std::cerr << "\r\x1b[K" << std::flush;
-        }
-    }
-
-    host::Progress counter() {
-        if (!shown_) {
-            return {};
-        }
-        return [this](std::size_t done, std::size_t all) { count(done, all); };
-    }
-
-private:
-    void count(std::size_t done, std::size_t all) {
-        constexpr std::size_t kEvery = 1000;
-        if (done % kEvery != 0) {
-            return;
-        }
-        std::cerr << '\r' << done << " of " << all << " annotations" << std::flush;
-        written_ = true;
-    }
-
-    bool shown_;
-    bool written_ = false;
 };
 
 /// Lines about one scene, after which the program goes on. A few tell what is the matter.
@@ -130,15 +98,12 @@ void deliver(const Options& options, const std::string& text) {
         host::writeFile(options.output, text);
         return;
     }
-    host::makeStdoutBinary();
-    if (!std::cout.write(text.data(), static_cast<std::streamsize>(text.size())).flush()) {
-        throw host::FileError("standard output: cannot be written");
-    }
+    host::print(text);
 }
 
 void dump(const Options& options) {
     deliver(options, ofScene(options.scene, [](const std::string& scene) {
-                ProgressLine progress;
+                host::ProgressLine progress;
                 return host::dumpScene(scene, progress.counter());
             }));
 }
@@ -146,7 +111,7 @@ void dump(const Options& options) {
 void draw(const Options& options) {
     deliver(options, ofScene(options.scene, [&options](const std::string& scene) {
                 Warnings warnings(options.scene);
-                ProgressLine progress;
+                host::ProgressLine progress;
                 return host::drawScene(scene, progress.counter(), warnings.collector());
             }));
     if (makesPng(options)) {

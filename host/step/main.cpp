@@ -15,8 +15,8 @@
 #include "host/step/page.h"
 #include "host/step/report.h"
 #include "host/step/write.h"
+#include "host/system/console.h"
 #include "host/system/files.h"
-#include "host/system/platform.h"
 
 namespace {
 
@@ -35,36 +35,6 @@ struct Options {
     bool force = false;
     int seconds = 120;
     std::size_t memory = 4096;
-};
-
-/// A line on a terminal that says what is being done, and goes away with its object.
-class ProgressLine {
-public:
-    ProgressLine() : shown_(host::stderrIsTerminal()) {}
-    ProgressLine(const ProgressLine&) = delete;
-    ProgressLine& operator=(const ProgressLine&) = delete;
-    ~ProgressLine() {
-        if (written_) {
-            std::cerr << "\r\x1b[K" << std::flush;
-        }
-    }
-
-    /// Says it again with the time that has passed.
-    Waiting doing(const std::string& what) {
-        if (!shown_) {
-            return {};
-        }
-        return [this, what, start = std::chrono::steady_clock::now()] {
-            const auto passed = std::chrono::duration_cast<std::chrono::seconds>(
-                std::chrono::steady_clock::now() - start);
-            std::cerr << "\r\x1b[K" << what << ", " << passed.count() << " s" << std::flush;
-            written_ = true;
-        };
-    }
-
-private:
-    bool shown_;
-    bool written_ = false;
 };
 
 /// Holds Ctrl-C back, so that what is being written is written whole.
@@ -114,12 +84,6 @@ std::string textOf(const nlohmann::ordered_json& json) {
     return text + '\n';
 }
 
-void print(const std::string& text) {
-    if (!std::cout.write(text.data(), static_cast<std::streamsize>(text.size())).flush()) {
-        throw host::FileError("standard output: cannot be written");
-    }
-}
-
 /// The sheets that were asked for.
 std::vector<const Sheet*> chosenSheets(const Drawing& drawing, const std::string& view) {
     std::vector<const Sheet*> chosen;
@@ -138,7 +102,7 @@ std::vector<const Sheet*> chosenSheets(const Drawing& drawing, const std::string
 
 /// Scenes, and with `withPictures` what they look like.
 std::vector<OutputFile> filesOf(Drawing& drawing, ModelProcess& process, const Options& options,
-                                bool withPictures, ProgressLine& progress) {
+                                bool withPictures, host::ProgressLine& progress) {
     std::vector<OutputFile> files;
     std::vector<DrawnView> drawn;
     const fs::path directory = options.directory;
@@ -182,7 +146,7 @@ int run(const Options& options, Task task) {
     std::vector<OutputFile> files;
     try {
         checkFile(options);
-        ProgressLine progress;
+        host::ProgressLine progress;
         Limits limits;
         limits.time = std::chrono::seconds(options.seconds);
         limits.memory = options.memory;
@@ -200,9 +164,9 @@ int run(const Options& options, Task task) {
     if (task != Task::Report) {
         writeAll(files, options.directory);
     }
-    print(options.json ? textOf(reportJson(drawing)) : reportText(drawing));
+    host::print(options.json ? textOf(reportJson(drawing)) : reportText(drawing));
     if (task == Task::Draw && !options.json) {
-        print((fs::path(options.directory) / "index.html").string() + '\n');
+        host::print((fs::path(options.directory) / "index.html").string() + '\n');
     }
     return countOf(drawing, Fate::Refused) > 0 ? kSomeRefused : 0;
 }

@@ -134,7 +134,7 @@ DORVALE_API void PMICreateClipLinDotDim3D(double* normal, double* origin, double
 
 /// @}
 
-/// @name Length of an edge
+/// @name Lengths
 /// @{
 
 /// Length of a straight edge, with a dimension line parallel to it through the placement point. The
@@ -147,11 +147,6 @@ DORVALE_API void PMICreateParallelDim3D(int* kindCode, int*, Ank_CurveEntity* re
                                         Ank_CurveEntity* edge, Ank_CurveEntity*,
                                         _ank_locate* locate, double textHeight, Ank_PMI* pmi,
                                         int* status, double* viewMatrix);
-
-/// @}
-
-/// @name Circles
-/// @{
 
 /// Length of a circular arc, with a concentric dimension arc through the placement point; or length
 /// of a straight edge. Sets the display and screen-parallel flags and the dimension 3, leaves the
@@ -172,6 +167,12 @@ DORVALE_API void PMICreateClipArcDim3D(int*, double* normal, double* origin, dou
                                        Ank_CurveEntity* curve, _ank_locate* locate,
                                        double textHeight, Ank_PMI* pmi, int* status,
                                        double* viewMatrix, Ank_Line* line1, Ank_Line* line2);
+
+/// @}
+
+/// @name Circles
+/// @{
+
 /// Diameter of a circle, after the sign U+2300. Sets the type 4, the display and screen-parallel
 /// flags and the dimension 3; never writes the status.
 /// @param kindCode the generator works only when this points at 900001

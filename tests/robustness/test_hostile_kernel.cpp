@@ -51,7 +51,7 @@ TEST_P(HostileKernel, Mixed) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Every, HostileKernel,
+INSTANTIATE_TEST_SUITE_P(HostileKernel, HostileKernel,
                          testing::ValuesIn(kernelRoutines().begin(), kernelRoutines().end()),
                          [](const auto& tested) { return std::string(tested.param.name); });
 

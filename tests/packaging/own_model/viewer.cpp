@@ -357,7 +357,7 @@ TEST_P(OwnModel, LeavesNothingBehindWithoutMemory) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, OwnModel, testing::ValuesIn(kKinds),
+INSTANTIATE_TEST_SUITE_P(OwnModel, OwnModel, testing::ValuesIn(kKinds),
                          [](const auto& kind) { return std::string(kind.param.name); });
 
 TEST_F(OwnModelNumbers, Distance) {
