@@ -114,6 +114,8 @@ Dimension takeDimension(Input& in) {
     dimension.nominal = takeOptional(in);
     dimension.upper = takeOptional(in);
     dimension.lower = takeOptional(in);
+    constexpr const char* kFits[] = {"", "", "H7", "{7", "}", "{.9}"};
+    dimension.fit = kFits[in.take<std::uint8_t>() % std::size(kFits)];
     dimension.limits = in.take<std::uint8_t>() % 4 == 0;
     dimension.unitSize = in.take<std::uint8_t>() % 8 == 0 ? takeNumber(in) : 1;
     // None is loose enough for many to agree by chance.

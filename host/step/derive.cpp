@@ -145,18 +145,23 @@ Outcome derive(const Dimension& dimension, const Model& model) {
     } else if (outcome.geometry.shown == Shown::Note) {
         makeNote(dimension, "there is no rule for a " + dimension.name + " of what it names", "",
                  outcome);
-    } else if (!agrees(dimension, outcome.geometry.measured.value_or(0))) {
-        contradict(dimension, outcome.geometry.measured.value_or(0), outcome);
+    } else if (const auto measured = outcome.geometry.measured;
+               !measured || !agrees(dimension, *measured)) {
+        contradict(dimension, measured, outcome);
     } else if (!canBeDrawn(outcome.geometry)) {
         makeNote(dimension, "what it names lies too far out to be drawn", "", outcome);
     }
     return outcome;
 }
 
-void contradict(const Dimension& dimension, double measured, Outcome& outcome) {
+void contradict(const Dimension& dimension, std::optional<double> measured, Outcome& outcome) {
+    if (!measured) {
+        makeNote(dimension, "what it names gives no number", "", outcome);
+        return;
+    }
     constexpr int kMoreDecimals = 2;
     const int decimals = decimalsOf(dimension) + kMoreDecimals;
-    const std::string part = fixedText(measured, decimals);
+    const std::string part = fixedText(*measured, decimals);
     const std::string file = fixedText(dimension.nominal.value_or(0), decimals);
     makeNote(dimension,
              "the part measures " + part + " " + dimension.unit + " where the file says " + file +

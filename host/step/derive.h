@@ -72,8 +72,8 @@ struct Outcome {
 
 Outcome derive(const Dimension& dimension, const Model& model);
 
-/// Makes a note of a dimension whose nominal the part contradicts.
-void contradict(const Dimension& dimension, double measured, Outcome& outcome);
+/// Makes a note of a dimension whose nominal the part contradicts, or that gives no number.
+void contradict(const Dimension& dimension, std::optional<double> measured, Outcome& outcome);
 
 /// How far the measured number may be from the nominal, in the dimension's unit.
 double allowance(const Dimension& dimension);

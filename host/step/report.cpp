@@ -94,7 +94,7 @@ bool contradictedByLibrary(Drawing& drawing) {
             if (measured && agrees(dimension, *measured)) {
                 continue;
             }
-            contradict(dimension, measured.value_or(0), outcome);
+            contradict(dimension, measured, outcome);
             any = true;
         }
     }

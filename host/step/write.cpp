@@ -128,11 +128,24 @@ void addGeometry(const Annotation& annotation, const Sheet& sheet, ordered_json&
     call["height"] = number(sheet.textHeight);
 }
 
+/// A label has fields in braces; the text's own are doubled.
+std::string withBracesDoubled(const std::string& text) {
+    std::string doubled;
+    for (const char c : text) {
+        doubled.append(c == '{' || c == '}' ? 2 : 1, c);
+    }
+    return doubled;
+}
+
 ordered_json labelOf(const Annotation& annotation) {
     if (annotation.text.size() == 1) {
-        return annotation.text.front();
+        return withBracesDoubled(annotation.text.front());
     }
-    return annotation.text;
+    auto lines = ordered_json::array();
+    for (const std::string& line : annotation.text) {
+        lines.push_back(withBracesDoubled(line));
+    }
+    return lines;
 }
 
 } // namespace

@@ -176,6 +176,14 @@ TEST(StepDerive, SaysBothNumbersWhereThePartContradicts) {
     EXPECT_EQ(drawing.outcomes[8].reason, "the part measures 4.00 mm where the file says 5.00 mm");
 }
 
+TEST(StepDerive, DrawsATextWithBraces) {
+    Model model = block();
+    model.dimensions[0].fit = "{7";
+    const Drawing drawing = makeDrawing("block", model);
+    EXPECT_EQ(drawing.outcomes[0].fate, Fate::Drawn) << drawing.outcomes[0].reason;
+    EXPECT_NE(oneLine(drawing.outcomes[0].text).find("{7"), std::string::npos);
+}
+
 TEST(StepDerive, AllowsHalfOfTheLastDecimal) {
     Model model = block();
     Dimension& length = model.dimensions[0];
