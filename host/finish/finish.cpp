@@ -17,8 +17,9 @@ constexpr double kDefaultTextHeight = 3.5;
 /// The block that the last call wrote.
 std::optional<TextBlock> valueBlock(const Ank_PMI& pmi, const ViewInPlane& view) {
     const std::vector<Ank_ComText*>& blocks = pmi.GetComText();
-    for (auto block = blocks.rbegin(); block != blocks.rend(); ++block) {
-        const std::vector<TextBlock> texts = TextBlock::in(**block, pmi.GetParallelScreen(), view);
+    for (std::size_t i = blocks.size(); i-- > 0;) {
+        const std::vector<TextBlock> texts =
+            TextBlock::in(*blocks[i], pmi.GetParallelScreen(), view);
         if (!texts.empty() && !texts.front().isExtraLine()) {
             return texts.front();
         }

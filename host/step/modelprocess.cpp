@@ -264,9 +264,9 @@ ModelProcess::ModelProcess(const std::filesystem::path& file, const Limits& limi
     : limits_(limits) {
     const Pipe toChild;
     const Pipe fromChild;
-    process_ = fork();
-    if (process_ == 0) {
-        // Its helpers end with its group.
+    const pid_t child = fork();
+    if (child == 0) {
+        // What it starts ends with its group.
         setpgid(0, 0);
         endWithParent();
         close(toChild.writing());
@@ -278,9 +278,10 @@ ModelProcess::ModelProcess(const std::filesystem::path& file, const Limits& limi
     close(fromChild.writing());
     requests_ = toChild.writing();
     answers_ = fromChild.reading();
-    if (process_ < 0) {
+    if (child < 0) {
         throw StepError("cannot be read: no process is left");
     }
+    process_ = child;
     setpgid(process_, process_);
 }
 

@@ -94,7 +94,7 @@ std::optional<Quantity> quantityOf(const Measure& measure) {
 
 /// The measure of an item, whichever class it is of.
 Measure measureOf(const Entity& item) {
-    if (const auto plain = Measure::DownCast(item); !plain.IsNull()) {
+    if (auto plain = Measure::DownCast(item); !plain.IsNull()) {
         return plain;
     }
     if (const auto both = Handle(StepRepr_ReprItemAndMeasureWithUnit)::DownCast(item);

@@ -4,6 +4,7 @@ import type { RowWriter } from "./rows.js";
 import {
     booleanFrom,
     colorFrom,
+    echoed,
     fail,
     integerFrom,
     isObject,
@@ -255,6 +256,6 @@ export class CallTable {
     find(members: Members, where: Where): Call {
         const at = memberOf(where, "call");
         const name = textFrom(needed(members, "call", where), at);
-        return this.byName_.get(name) ?? fail(at, "there is no such call");
+        return this.byName_.get(name) ?? fail(at, `there is no call ${echoed(name)}`);
     }
 }

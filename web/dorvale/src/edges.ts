@@ -1,6 +1,7 @@
 // Points and edges: described on the spot, or those of a scene by their names.
 import {
     dot,
+    echoed,
     fail,
     isObject,
     type Members,
@@ -37,7 +38,7 @@ export function pointFrom(value: unknown, model: Model, where: Where): Triple {
     if (typeof value !== "string") {
         return vectorFrom(value, where);
     }
-    return model.points.get(value) ?? fail(where, "there is no point of this name");
+    return model.points.get(value) ?? fail(where, `there is no point ${echoed(value)}`);
 }
 
 /** Any point on a circle: where it starts when nobody says. */
@@ -117,7 +118,7 @@ export function shapeFrom(value: unknown, allowed: number, model: Model, where: 
         return { kind: shapes.point, numbers: pointFrom(value, model, where) };
     }
     if (typeof value === "string" && named === undefined) {
-        return fail(where, "there is no edge of this id");
+        return fail(where, `there is no edge ${echoed(value)}`);
     }
     if (named === undefined && !isObject(value)) {
         return fail(where, "expected the id of an edge or an edge");

@@ -4,6 +4,7 @@ import { RecipeError } from "./errors.js";
 import { type FinishOptions, finishFrom } from "./finish.js";
 import {
     booleanFrom,
+    echoed,
     fail,
     itemOf,
     listFrom,
@@ -115,7 +116,7 @@ function edgesFrom(value: unknown, points: ReadonlyMap<string, Triple>): Map<str
         const shape = edgeFrom(edge, 0, { points, edges: noModel.edges }, where);
         if (name !== "") {
             if (edges.has(name)) {
-                fail(where, "another edge has the same id");
+                fail(where, `another edge has the id ${echoed(name)}`);
             }
             edges.set(name, shape);
         }

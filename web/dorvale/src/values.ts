@@ -84,17 +84,17 @@ export function needed(members: Members, name: string, where: Where): unknown {
 export function refuseOthers(members: Members, known: ReadonlySet<string>, where: Where): void {
     for (const name in members) {
         if (!known.has(name) && members[name] !== undefined) {
-            fail(where, `"${printable(name)}" is not known here`);
+            fail(where, `${echoed(name)} is not known here`);
         }
     }
 }
 
-/** A name as a message may show it: a name of a scene can hold anything. */
-function printable(name: string): string {
+/** A name in quotes as a message may show it: a name of a scene can hold anything. */
+export function echoed(name: string): string {
     const longest = 40;
     // eslint-disable-next-line no-control-regex
     const shown = name.slice(0, longest).replace(/[\u0000-\u001f\u007f]/g, "?");
-    return name.length > longest ? `${shown}...` : shown;
+    return name.length > longest ? `"${shown}..."` : `"${shown}"`;
 }
 
 /** `#rrggbb`, as red in the lowest byte, then green, then blue. */
