@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
-#include <numbers>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -22,7 +21,6 @@ namespace {
 
 using host::Vec3;
 using nlohmann::json;
-using std::numbers::pi;
 
 using Built = std::unique_ptr<host::BuiltAnnotation>;
 
@@ -306,7 +304,9 @@ host::Matrix viewAlong(const Vec3& toViewer, const Vec3& upwards) {
 std::vector<host::Matrix> manyViews() {
     std::vector<host::Matrix> views;
     for (int i = 0; i < 27; ++i) {
-        const Vec3 from{i % 3 - 1.0, i / 3 % 3 - 1.0, i / 9 - 1.0};
+        const int row = i / 3 % 3;
+        const int layer = i / 9;
+        const Vec3 from{i % 3 - 1.0, row - 1.0, layer - 1.0};
         if (host::dot(from, from) > 0) {
             const bool vertical = from[0] == 0 && from[1] == 0;
             views.push_back(viewAlong(from, vertical ? Vec3{0, 1, 0} : Vec3{0, 0, 1}));

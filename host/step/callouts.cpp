@@ -94,19 +94,19 @@ private:
         constexpr double kMostSteps = 300;
         const double size = std::max(across_.size(), upwards_.size());
         const double step = std::max(0.55 * height_, size / kMostSteps);
+        double v = upwards_.low - 6 * height_;
+        while (v < upwards_.high + 8 * height_) {
+            all.push_back({Place::Right, {across_.high + gap, v}, 0});
+            all.push_back({Place::Left, {across_.low - gap, v}, 0});
+            v += step;
+        }
         for (int row = 0; row < kRows; ++row) {
             const double out = row * kRowPitch * height_;
-            for (double v = upwards_.low - 6 * height_; v < upwards_.high + 8 * height_;
-                 v += step) {
-                if (row > 0) {
-                    break;
-                }
-                all.push_back({Place::Right, {across_.high + gap, v}, row});
-                all.push_back({Place::Left, {across_.low - gap, v}, row});
-            }
-            for (double u = across_.low - 8 * height_; u < across_.high + 8 * height_; u += step) {
+            double u = across_.low - 8 * height_;
+            while (u < across_.high + 8 * height_) {
                 all.push_back({Place::Above, {u, upwards_.high + gap + out}, row});
                 all.push_back({Place::Below, {u, upwards_.low - gap - out}, row});
+                u += step;
             }
         }
         return all;

@@ -66,7 +66,7 @@ public:
 
 private:
     struct ArcLeader {
-        Ank_Leader* leader;
+        Ank_Leader* leader = nullptr;
         DrawnArc arc;
     };
 

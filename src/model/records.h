@@ -30,7 +30,7 @@ inline ANK_DIR32 direction32(float x, float y, float z) {
 template <typename Record, typename Parts> Record recordOf(const Parts& parts) {
     static_assert(sizeof(Record) == sizeof(Parts) && std::is_trivially_copyable_v<Record>);
     Record record{};
-    std::memcpy(&record, &parts, sizeof(record));
+    std::memcpy(static_cast<void*>(&record), &parts, sizeof(record));
     return record;
 }
 

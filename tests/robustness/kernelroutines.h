@@ -31,7 +31,7 @@ struct KernelInput : KernelNumbers {
 struct KernelResult {
     static constexpr double kUntouched = -777.25;
     int status = 0;
-    std::array<double, 32> out;
+    std::array<double, 32> out{};
 
     KernelResult() { out.fill(kUntouched); }
     /// The same bits, so that not-a-numbers can be equal.
