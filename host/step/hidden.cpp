@@ -31,8 +31,7 @@ constexpr int kDeepestSplit = 6;
 gp_Dir direction(const Vec3& v) { return {v[0], v[1], v[2]}; }
 
 HLRAlgo_Projector projectorOf(const Vec3& right, const Vec3& up) {
-    return HLRAlgo_Projector(
-        gp_Ax2(gp_Pnt(0, 0, 0), direction(cross(right, up)), direction(right)));
+    return {gp_Ax2(gp_Pnt(0, 0, 0), direction(cross(right, up)), direction(right))};
 }
 
 double sizeOf(const TopoDS_Shape& shape) {
@@ -219,7 +218,9 @@ Picture exactPicture(const TopoDS_Shape& shape, const Vec3& right, const Vec3& u
 Picture meshPicture(const TopoDS_Shape& shape, const Vec3& right, const Vec3& up) {
     constexpr double kAngularDeviation = 0.35;
     const double size = sizeOf(shape);
-    BRepMesh_IncrementalMesh(shape, 5 * kDeviation * size, Standard_False, kAngularDeviation);
+    // Its constructor makes the mesh, which stays with the shape.
+    const BRepMesh_IncrementalMesh meshing(shape, 5 * kDeviation * size, Standard_False,
+                                           kAngularDeviation);
     const Handle(HLRBRep_PolyAlgo) algorithm = new HLRBRep_PolyAlgo;
     algorithm->Load(shape);
     algorithm->Projector(projectorOf(right, up));
