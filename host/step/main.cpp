@@ -45,11 +45,11 @@ public:
         sigemptyset(&interrupts);
         sigaddset(&interrupts, SIGINT);
         sigaddset(&interrupts, SIGTERM);
-        sigprocmask(SIG_BLOCK, &interrupts, &before_);
+        pthread_sigmask(SIG_BLOCK, &interrupts, &before_);
     }
     WholeFiles(const WholeFiles&) = delete;
     WholeFiles& operator=(const WholeFiles&) = delete;
-    ~WholeFiles() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+    ~WholeFiles() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
 
 private:
     sigset_t before_{};

@@ -12,8 +12,8 @@
 
 namespace host::step {
 
-Edge edgeRecord(const TopoDS_Edge& edge);
-Face faceRecord(const TopoDS_Face& face);
+Edge edgeRecord(const TopoDS_Edge& shape);
+Face faceRecord(const TopoDS_Face& shape);
 
 /// Where the faces, edges and vertices of a file stand in the finished part: each at its first
 /// place.

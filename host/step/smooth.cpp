@@ -1,5 +1,8 @@
 #include "host/step/smooth.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include <BRepAdaptor_Curve2d.hxx>
 #include <BRepAdaptor_Surface.hxx>
 #include <BRep_Builder.hxx>
@@ -34,16 +37,13 @@ gp_Vec normalAt(const TopoDS_Edge& edge, const TopoDS_Face& face, double part) {
 }
 
 bool isSmooth(const TopoDS_Edge& edge, const TopoDS_Face& face1, const TopoDS_Face& face2) {
-    for (const double part : kPlaces) {
+    return std::all_of(std::begin(kPlaces), std::end(kPlaces), [&](double part) {
         const gp_Vec normal1 = normalAt(edge, face1, part);
         const gp_Vec normal2 = normalAt(edge, face2, part);
         constexpr double kNoNormal = 1e-12;
-        if (normal1.Magnitude() < kNoNormal || normal2.Magnitude() < kNoNormal ||
-            normal1.Angle(normal2) > kSmooth) {
-            return false;
-        }
-    }
-    return true;
+        return !(normal1.Magnitude() < kNoNormal || normal2.Magnitude() < kNoNormal ||
+                 normal1.Angle(normal2) > kSmooth);
+    });
 }
 
 } // namespace

@@ -150,12 +150,12 @@ private:
         return {foot, measure.along, width(measure) / 2, height / 2};
     }
 
-    PaperLine dimensionLine(const Measure& measure, const Trial& trial) const {
+    static PaperLine dimensionLine(const Measure& measure, const Trial& trial) {
         return {at(measure, std::min(measure.low(), trial.textAt), trial.offset),
                 at(measure, std::max(measure.high(), trial.textAt), trial.offset)};
     }
 
-    PaperLine extension(const Measure& measure, const Trial& trial, std::size_t end) const {
+    static PaperLine extension(const Measure& measure, const Trial& trial, std::size_t end) {
         return {at(measure, measure.ends[end], std::min(measure.reach[end].high, trial.offset)),
                 at(measure, measure.ends[end], trial.offset)};
     }
@@ -256,6 +256,7 @@ std::vector<std::vector<Measure>> bySide(std::vector<Measure> measures) {
 
 void placeDistances(Sheet& sheet, const std::vector<Item>& items) {
     std::vector<Measure> measures;
+    measures.reserve(items.size());
     for (const Item& item : items) {
         measures.push_back(measureOf(item, sheet));
     }

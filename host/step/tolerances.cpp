@@ -70,7 +70,7 @@ std::string toleranceKind(const Handle(Standard_Transient) & entity) {
 std::map<std::string, int> countTolerances(const StepData_StepModel& entities) {
     std::map<std::string, int> counts;
     for (int i = 1; i <= entities.NbEntities(); ++i) {
-        const Handle(Standard_Transient) entity = entities.Value(i);
+        const Handle(Standard_Transient)& entity = entities.Value(i);
         if (entity->IsKind(STANDARD_TYPE(StepDimTol_GeometricTolerance))) {
             ++counts[toleranceKind(entity)];
         }
@@ -81,7 +81,7 @@ std::map<std::string, int> countTolerances(const StepData_StepModel& entities) {
 std::map<std::string, int> countDatums(const StepData_StepModel& entities) {
     std::map<std::string, int> counts;
     for (int i = 1; i <= entities.NbEntities(); ++i) {
-        const Handle(Standard_Transient) entity = entities.Value(i);
+        const Handle(Standard_Transient)& entity = entities.Value(i);
         if (entity->IsKind(STANDARD_TYPE(StepDimTol_DatumTarget))) {
             ++counts["datum target"];
         } else if (entity->IsKind(STANDARD_TYPE(StepDimTol_Datum)) &&
