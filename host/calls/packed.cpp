@@ -49,9 +49,11 @@ std::wstring PackedArguments::text(const char* /*name*/) { return nextText(); }
 
 std::vector<PMITextLine> PackedArguments::textLines(const char* /*name*/) {
     const auto given = static_cast<std::size_t>(std::max(nextInteger(), 0));
-    std::vector<PMITextLine> lines(std::min(given, rows_.texts.size()));
-    for (PMITextLine& line : lines) {
-        line = {nextInteger(), nextText()};
+    const std::size_t count = std::min(given, rows_.texts.size());
+    std::vector<PMITextLine> lines;
+    lines.reserve(count);
+    while (lines.size() < count) {
+        lines.push_back({nextInteger(), nextText()});
     }
     return lines;
 }

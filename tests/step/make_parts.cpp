@@ -3,6 +3,8 @@
 /// is committed; this is what it came from.
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <exception>
 #include <fstream>
 #include <functional>
 #include <iostream>
@@ -83,8 +85,9 @@ public:
         Interface_Static::SetCVal("write.step.product.name", name.c_str());
         writer_.Transfer(shape, STEPControl_AsIs);
         model_ = writer_.Model();
-        next_ = model_->NbEntities() + 1000;
-        for (int i = 1; i <= model_->NbEntities(); ++i) {
+        const int count = model_->NbEntities();
+        next_ = count + 1000;
+        for (int i = 1; i <= count; ++i) {
             const auto link =
                 Handle(StepShape_ShapeDefinitionRepresentation)::DownCast(model_->Value(i));
             if (link.IsNull() || !link->UsedRepresentation()->IsKind(
@@ -247,7 +250,7 @@ public:
         text.insert(text.rfind("ENDSEC;"), lines_);
         // The time of writing is of no interest.
         const std::size_t name = text.find("FILE_NAME");
-        const std::size_t end = text.find(";", name);
+        const std::size_t end = text.find(';', name);
         text.replace(name, end - name,
                      "FILE_NAME('part','2026-01-01T00:00:00',('Dorvale'),(''),'','','')");
         std::ofstream(path) << text;
@@ -595,7 +598,7 @@ void makeBlank(const std::string& path) { PartFile(box(30, 20, 10), "BLANK", fal
 
 } // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     if (argc != 2) {
         std::cerr << "usage: make_step_parts DIRECTORY\n";
         return 2;
@@ -609,4 +612,10 @@ int main(int argc, char** argv) {
     makeAssembly(folder + "assembly.stp");
     makeBlank(folder + "blank.stp");
     return 0;
+} catch (const std::exception& error) {
+    std::fputs(error.what(), stderr);
+    return 1;
+} catch (...) {
+    std::fputs("make_step_parts: OCCT has failed\n", stderr);
+    return 1;
 }

@@ -87,7 +87,7 @@ void expectGolden(const std::string& actual, const fs::path& name) {
 
 /// A part's views, drawn.
 fs::path drawnPart(const std::string& name) {
-    const fs::path folder = kDrawn / "views" / name;
+    fs::path folder = kDrawn / "views" / name;
     fs::remove_all(folder);
     const Result drawn =
         run("draw " + quoted(partFile(name)) + " -o " + quoted(folder), name + "_draw");
@@ -125,7 +125,7 @@ TEST_P(Part, CountsEveryDimensionOnce) {
     for (const json& dimension : report["dimensions"]) {
         const std::string fate = dimension["fate"];
         ++fates[fate];
-        EXPECT_EQ(dimension["reason"] == "", fate == "drawn") << dimension;
+        EXPECT_EQ(dimension["reason"].get<std::string>().empty(), fate == "drawn") << dimension;
         EXPECT_EQ(dimension["views"].size(), fate == "refused" ? 0 : 1) << dimension;
     }
     const json& counts = report["counts"];
