@@ -88,8 +88,11 @@ std::string toleranceText(const Dimension& dimension, int decimals, const std::s
     if (std::abs(upper + lower) <= 1e-9 * std::max(1.0, std::abs(upper)) && upper != 0) {
         return " ±" + fixedText(std::abs(upper), digits) + degree;
     }
-    return " " + signedText(upper, /*isUpper=*/true, digits) + degree + "/" +
-           signedText(lower, /*isUpper=*/false, digits) + degree;
+    std::string text = " ";
+    text += signedText(upper, /*isUpper=*/true, digits) + degree;
+    text += '/';
+    text += signedText(lower, /*isUpper=*/false, digits) + degree;
+    return text;
 }
 
 } // namespace

@@ -151,8 +151,9 @@ ordered_json labelOf(const Annotation& annotation) {
 } // namespace
 
 ordered_json annotationOf(const Annotation& annotation, const Sheet& sheet, const Model& model) {
-    ordered_json json = {
-        {"name", "#" + std::to_string(model.dimensions[annotation.dimension].entity)}};
+    std::string name = "#";
+    name += std::to_string(model.dimensions[annotation.dimension].entity);
+    ordered_json json = {{"name", std::move(name)}};
     auto calls = ordered_json::array();
     if (annotation.shown == Shown::Note) {
         json["display"] = true;
