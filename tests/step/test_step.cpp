@@ -58,7 +58,12 @@ Result run(const std::string& arguments, const std::string& name) {
     return {status / 256, contentOf(out), contentOf(err)};
 }
 
-std::string quoted(const fs::path& path) { return "'" + path.string() + "'"; }
+std::string quoted(const fs::path& path) {
+    std::string text = "'";
+    text += path.string();
+    text += '\'';
+    return text;
+}
 
 fs::path partFile(const std::string& name) { return kParts / (name + ".stp"); }
 
