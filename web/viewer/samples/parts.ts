@@ -1,6 +1,6 @@
 // The sample parts, as scenes that have no annotations yet.
 
-import { cross, dot, subtract, times, unit, type Curve, type Point } from "./curves";
+import { circle, cross, dot, subtract, times, unit, type Point } from "./curves";
 import { plate } from "./plate";
 import { closed, hole, prism, type Loop } from "./profile";
 import { Solid, type Edge, type Mesh } from "./solid";
@@ -55,8 +55,9 @@ function flange(): Part {
             curves: hole(45 * Math.cos(angle), 45 * Math.sin(angle), 5),
         };
     });
-    const rim: Curve[] = [{ ...hole(0, 0, 60)[0]!, normal: [0, 0, 1] } as Curve];
-    const loops = [{ name: "rim", curves: rim }, { name: "bore", curves: hole(0, 0, 20) }, ...bolts];
+    const rim = [circle([0, 0, 0], [0, 0, 1], 60)];
+    const bore = { name: "bore", curves: hole(0, 0, 20) };
+    const loops = [{ name: "rim", curves: rim }, bore, ...bolts];
     prism(solid, loops, [0, 0, 1], [-15, 0], ["bottom", "top"]);
     return partOf("Flange", solid, { "from below": fromBelow });
 }

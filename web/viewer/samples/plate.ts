@@ -2,7 +2,10 @@
 // 01 (public domain), without the fillets under the plate and about the hexagon, and without the
 // lettering.
 
-import { add, circle, line, moved, reversed, reversedLoop, type Curve, type Flat, type Point } from "./curves";
+import {
+    add, circle, line, moved, reversed, reversedLoop, unit,
+    type Curve, type Flat, type Point,
+} from "./curves";
 import { hole, path, raised, walls, type Loop, type Step } from "./profile";
 import { Solid, type Edge } from "./solid";
 
@@ -55,16 +58,27 @@ function recess(x: number): Step[] {
 
 /** The outer sides of the legs, counter-clockwise about the plate. */
 const legs = {
-    frontLeft: path([-400, -175], rounded([-350, -225], [-350, -175], [-300, -225], [-300, -175], [-250, -175])),
-    frontRight: path([250, -175], rounded([300, -225], [300, -175], [350, -225], [350, -175], [400, -175])),
-    rearRight: path([400, 175], [[350, 225], [300, 225], { left: [300, 175], to: [250, 175] }]),
-    rearLeft: path([-250, 175], rounded([-300, 225], [-300, 175], [-350, 225], [-350, 175], [-400, 175])),
-};
-
-/** An arc to `a`, a line to `b`, an arc to `c`. */
-function rounded(a: Flat, centreA: Flat, b: Flat, centreB: Flat, c: Flat): Step[] {
-    return [{ left: centreA, to: a }, b, { left: centreB, to: c }];
-}
+    "front left": path([-400, -175], [
+        { left: [-350, -175], to: [-350, -225] },
+        [-300, -225],
+        { left: [-300, -175], to: [-250, -175] },
+    ]),
+    "front right": path([250, -175], [
+        { left: [300, -175], to: [300, -225] },
+        [350, -225],
+        { left: [350, -175], to: [400, -175] },
+    ]),
+    "rear right": path([400, 175], [
+        [350, 225],
+        [300, 225],
+        { left: [300, 175], to: [250, 175] },
+    ]),
+    "rear left": path([-250, 175], [
+        { left: [-300, 175], to: [-300, 225] },
+        [-350, 225],
+        { left: [-350, 175], to: [-400, 175] },
+    ]),
+} as const;
 
 const through: Loop[] = [
     ...signs.flatMap((sx) =>
@@ -102,7 +116,7 @@ function roundedWindow(x: number, halfX: number, halfY: number, r: number): Curv
     return path([left + r, -halfY], corners);
 }
 
-function corner(sx: number, sy: number): string {
+function corner(sx: number, sy: number): keyof typeof legs {
     return `${sy < 0 ? "front" : "rear"} ${sx < 0 ? "left" : "right"}`;
 }
 
@@ -131,18 +145,20 @@ function addLegs(solid: Solid): Loop[] {
     const height: Point = [0, 0, top - soles];
     const floor: Point = [0, 0, soles];
     for (const [name, curves] of Object.entries(legs)) {
-        walls(solid, { name: words(name), curves }, floor, height);
+        walls(solid, { name, curves }, floor, height);
     }
     return signs.flatMap((sx) =>
         signs.map((sy): Loop => {
             const name = corner(sx, sy);
-            const outer = Object.entries(legs).find(([key]) => words(key) === name)![1];
             const inside = line([250 * sx, 125 * sy, 0], [400 * sx, 125 * sy, 0]);
-            const ends = polygonThrough(outer, [
+            const ends = polygonThrough(legs[name], [
                 [sx * 250, sy * 125, 0],
                 [sx * 400, sy * 125, 0],
             ]);
-            const drilled: Loop = { name: `hole in ${name} leg`, curves: hole(325 * sx, 175 * sy, 17.5) };
+            const drilled: Loop = {
+                name: `hole in ${name} leg`,
+                curves: hole(325 * sx, 175 * sy, 17.5),
+            };
             solid.plane(`${name} sole`, down, raised(ends, floor), [raised(drilled.curves, floor)]);
             const wall = sx * sy > 0 ? inside : reversed(inside);
             solid.wall(`${name} leg inside`, moved(wall, floor), [0, 0, underside - soles]);
@@ -159,16 +175,14 @@ function polygonThrough(outline: readonly Curve[], [a, b]: readonly [Point, Poin
     return [...outline, line(end, first), line(first, second), line(second, outline[0]!.start)];
 }
 
-const words = (name: string): string => name.replace(/[A-Z]/g, (c) => ` ${c.toLowerCase()}`);
-
 function addPlate(solid: Solid, legHoles: readonly Loop[]): void {
     const outline = [
-        ...legs.frontLeft, line([-250, -175, 0], [-250, -150, 0]),
+        ...legs["front left"], line([-250, -175, 0], [-250, -150, 0]),
         ...front, line([250, -150, 0], [250, -175, 0]),
-        ...legs.frontRight, line([400, -175, 0], [400, 175, 0]),
-        ...legs.rearRight, line([250, 175, 0], [250, 150, 0]),
+        ...legs["front right"], line([400, -175, 0], [400, 175, 0]),
+        ...legs["rear right"], line([250, 175, 0], [250, 150, 0]),
         ...rear, line([-250, 150, 0], [-250, 175, 0]),
-        ...legs.rearLeft, line([-400, 175, 0], [-400, -175, 0]),
+        ...legs["rear left"], line([-400, 175, 0], [-400, -175, 0]),
     ];
     const holes = [...through, ...legHoles].map(({ curves }) => [...curves]);
     solid.plane("top", up, outline, [...holes, polygon(hexagon(50, top))]);
@@ -180,7 +194,8 @@ function addPlate(solid: Solid, legHoles: readonly Loop[]): void {
         ...steps([-250, 150], [-250, 125], [-400, 125], [-400, -125], [-250, -125], [-250, -150]),
     ];
     const low: Point = [0, 0, underside];
-    solid.plane("underside", down, raised(between, low), through.map((loop) => raised(loop.curves, low)));
+    const lowHoles = through.map(({ curves }) => raised(curves, low));
+    solid.plane("underside", down, raised(between, low), lowHoles);
     for (const loop of through) {
         walls(solid, loop, low, [0, 0, top - underside]);
     }
@@ -207,7 +222,8 @@ function addSides(solid: Solid): void {
         solid.plane(side, [sx, 0, 0], polygon(outside.map(([y, z]): Point => [400 * sx, y, z])));
         for (const sy of signs) {
             const flank: Flat[] = [
-                [175, soles], [125, soles], [125, underside], [150, underside], [150, top], [175, top],
+                [175, soles], [125, soles], [125, underside],
+                [150, underside], [150, top], [175, top],
             ];
             const points = flank.map(([y, z]): Point => [250 * sx, sy * y, z]);
             solid.plane(`${corner(sx, sy)} leg flank`, [-sx, 0, 0], polygon(points));
@@ -243,14 +259,16 @@ function addBoss(solid: Solid): void {
         const [a, b, c, d] = [rim[i]!, rim[next]!, head[next]!, head[i]!];
         solid.wall(`hexagon ${i + 1}`, line(p, foot[next]!), [0, 0, 45]);
         const angle = (Math.PI / 180) * (120 + 60 * i);
-        const out: Point = [Math.cos(angle) / Math.SQRT2, Math.sin(angle) / Math.SQRT2, Math.SQRT1_2];
+        const out = unit([Math.cos(angle), Math.sin(angle), 1]);
         solid.plane(`hexagon chamfer ${i + 1}`, out, polygon([a, b, c, d]));
     });
 }
 
 /** Lines that belong to no face: the plate is dimensioned from them. */
 function marks(): Edge[] {
-    const frame = polygon([[-500, -125, soles], [500, -125, soles], [500, 125, soles], [-500, 125, soles]]);
+    const frame = polygon([
+        [-500, -125, soles], [500, -125, soles], [500, 125, soles], [-500, 125, soles],
+    ]);
     const sides = ["front", "right", "rear", "left"];
     return [
         { id: "mark in the hexagon", ...circle([0, 0, top], up, 50) },

@@ -47,7 +47,7 @@ export class Solid {
         }
     }
 
-    /** What a curve passes over on its way along `by`; its outside lies to the right of the curve. */
+    /** What a curve passes over on its way along `by`; outside is to the right of the curve. */
     wall(name: string, curve: Curve, by: Point): void {
         const low = pointsOf(curve);
         const high = low.map((p) => snapped(add(p, by)));
@@ -158,7 +158,7 @@ function triangulated(loops: ReadonlyArray<readonly Curve[]>, normal: Point): Tr
     const points = polygons.flat();
     const corners = earcut(points.flatMap((p) => [dot(p, x), dot(p, y)]), starts);
     return Array.from({ length: corners.length / 3 }, (_, i): Triangle => {
-        const [a, b, c] = [0, 1, 2].map((k) => points[corners[3 * i + k]!]!) as [Point, Point, Point];
+        const [a, b, c] = [0, 1, 2].map((k) => points[corners[3 * i + k]!]!) as [...Triangle];
         const isLeft = dot(cross(subtract(b, a), subtract(c, a)), normal) > 0;
         return isLeft ? [a, b, c] : [a, c, b];
     });
