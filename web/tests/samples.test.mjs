@@ -5,9 +5,10 @@ import assert from "node:assert/strict";
 import { readFileSync } from "node:fs";
 import { test } from "node:test";
 
-import { here, loadParts } from "../viewer/samples/load.mjs";
+import { here, load, loadParts } from "../viewer/samples/load.mjs";
 
 const { parts, sceneOf } = await loadParts();
+const { Scene } = await load(`${here}../../dorvale/src/scene.ts`);
 
 const dot = (a, b) => a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
 const minus = (a, b) => a.map((x, i) => x - b[i]);
@@ -129,3 +130,26 @@ for (const [name, { volume, edges }] of Object.entries(expected)) {
         assert.ok(Math.abs(creases / length - 1) < 1e-6, `${creases} mm of ${length} mm`);
     });
 }
+
+test("the package reads views by their names, and refuses what pmi-host refuses", () => {
+    const text = readFileSync(`${here}mounting_plate.json`, "utf8");
+    const scene = JSON.parse(text);
+    const { name, matrix } = scene.views[0];
+    assert.deepEqual([...new Scene({ ...scene, view: name }).view], matrix);
+    assert.deepEqual([...new Scene({ ...scene, view: "left" }).view].slice(0, 4), [0, 0, -1, 0]);
+
+    const mistakes = [
+        [{ version: 2 }, "version: this program reads scenes up to version 1, got 2"],
+        [{ version: 0 }, "version: expected at least 1, got 0"],
+        [{ view: "rear" }, /^view: expected top, front, right, bottom, back, left, iso, the name/],
+        [{ views: [{ name, matrix: [1] }] }, "views[0].matrix: expected 16 numbers"],
+        [{ views: [{ name: "top", matrix }] }, "views[0].name: a standard view has this name"],
+        [
+            { views: [{ name, matrix }, { name, matrix }] },
+            "views[1].name: another view has the same name",
+        ],
+    ];
+    for (const [members, message] of mistakes) {
+        assert.throws(() => new Scene({ annotations: [], ...members }), { message });
+    }
+});

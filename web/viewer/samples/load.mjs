@@ -7,9 +7,12 @@ import { build } from "esbuild";
 export const here = fileURLToPath(new URL(".", import.meta.url));
 
 /** The exports of parts.ts. */
-export async function loadParts() {
+export const loadParts = () => load(`${here}parts.ts`);
+
+/** The exports of a source in TypeScript. */
+export async function load(source) {
     const { outputFiles } = await build({
-        entryPoints: [`${here}parts.ts`],
+        entryPoints: [source],
         bundle: true,
         platform: "node",
         format: "esm",
