@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <iostream>
 #include <new>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,7 @@ constexpr int kFailure = 2;
 /// What the user asked for.
 struct Options {
     std::string scene;
+    std::optional<std::string> view;
     std::string output;
     std::string directory;
     std::string scenes = DORVALE_SCENES;
@@ -72,6 +74,15 @@ template <class Work> auto ofScene(const fs::path& path, Work work) {
     }
 }
 
+/// The scene as it is to be looked at.
+host::Scene sceneSeen(const Options& options, const std::string& text) {
+    host::Scene scene(text);
+    if (options.view) {
+        scene.useView(*options.view);
+    }
+    return scene;
+}
+
 void writePng(const fs::path& svg) {
     const fs::path png = fs::path(svg).replace_extension(".png");
     const fs::path temporary = host::temporaryFor(png);
@@ -102,9 +113,9 @@ void deliver(const Options& options, const std::string& text) {
 }
 
 void dump(const Options& options) {
-    deliver(options, ofScene(options.scene, [](const std::string& scene) {
+    deliver(options, ofScene(options.scene, [&options](const std::string& scene) {
                 host::ProgressLine progress;
-                return host::dumpScene(scene, progress.counter());
+                return host::dumpScene(sceneSeen(options, scene), progress.counter());
             }));
 }
 
@@ -112,7 +123,8 @@ void draw(const Options& options) {
     deliver(options, ofScene(options.scene, [&options](const std::string& scene) {
                 Warnings warnings(options.scene);
                 host::ProgressLine progress;
-                return host::drawScene(scene, progress.counter(), warnings.collector());
+                return host::drawScene(sceneSeen(options, scene), progress.counter(),
+                                       warnings.collector());
             }));
     if (makesPng(options)) {
         writePng(options.output);
@@ -162,17 +174,26 @@ void gallery(const Options& options) {
     std::cout << (directory / "index.html").string() << '\n';
 }
 
+void addView(CLI::App& command, Options& options) {
+    command.add_option(
+        "--view", options.view,
+        "The name of the view instead of the scene's own: top, front, right, bottom, "
+        "back, left, iso, or one of its \"views\"");
+}
+
 void addCommands(CLI::App& app, Options& options) {
     app.footer("docs/scene.md of the project describes scenes.");
     CLI::App* dumpCommand = app.add_subcommand("dump", "Print a scene's annotations as JSON");
     dumpCommand->add_option("SCENE", options.scene, "The scene's file")->required();
     dumpCommand->add_option("-o,--output", options.output, "A file to write instead");
+    addView(*dumpCommand, options);
     dumpCommand->callback([&options] { dump(options); });
 
     CLI::App* drawCommand = app.add_subcommand("draw", "Print a scene's picture as SVG");
     drawCommand->add_option("SCENE", options.scene, "The scene's file")->required();
     CLI::Option* picture =
         drawCommand->add_option("-o,--output", options.output, "A file to write instead");
+    addView(*drawCommand, options);
     drawCommand->add_flag("--png", options.png, "Make a PNG beside the file")->needs(picture);
     drawCommand->callback([&options] { draw(options); });
 

@@ -31,11 +31,13 @@ export type Point = string | ArrayLike<number>;
 export type Direction = ArrayLike<number>;
 /** A colour such as \`#ffcc00\`. */
 export type Colour = string;
+export type StandardView = "top" | "front" | "right" | "bottom" | "back" | "left" | "iso";
 /**
- * How the model is looked at: a standard view, or 16 numbers, row by row, for row vectors: elements
- * 0, 4, 8 point to the right of the screen, 1, 5, 9 upwards and 2, 6, 10 towards the viewer.
+ * How the model is looked at: a standard view, one of the scene's by its name, or 16 numbers, row by
+ * row, for row vectors: elements 0, 4, 8 point to the right of the screen, 1, 5, 9 upwards and 2, 6,
+ * 10 towards the viewer.
  */
-export type View = "top" | "front" | "right" | "iso" | ArrayLike<number>;
+export type View = StandardView | (string & {}) | ArrayLike<number>;
 /** A straight edge. */
 export interface LineEdge {
     type?: "line";

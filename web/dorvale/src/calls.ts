@@ -18,6 +18,7 @@ import {
     textFrom,
     vectorFrom,
     viewFrom,
+    type Views,
     type Where,
 } from "./values.js";
 
@@ -105,13 +106,13 @@ function packPoints(
     }
 }
 
-function packView(value: unknown, rows: RowWriter, where: Where): void {
+function packView(value: unknown, rows: RowWriter, own: Views, where: Where): void {
     if (value === undefined) {
         rows.integers.push(viewOf.scene);
     } else if (value === null) {
         rows.integers.push(viewOf.nobody);
     } else {
-        rows.list(viewFrom(value, where));
+        rows.list(viewFrom(value, own, where));
         rows.integers.push(viewOf.itself);
     }
 }
@@ -205,8 +206,8 @@ function packerOf(member: MemberDescription, conditions: Record<string, boolean>
                 rows.list(shape.numbers);
             };
         case Kind.View:
-            return (members, rows, _model, where) =>
-                packView(members[name], rows, memberOf(where, name));
+            return (members, rows, model, where) =>
+                packView(members[name], rows, model.views, memberOf(where, name));
     }
 }
 

@@ -163,7 +163,7 @@ export class Dorvale {
         scene: Scene,
         kept?: Rows,
     ): ArrayBuffer {
-        const seen = viewFrom(view ?? scene.view, () => "view");
+        const seen = viewFrom(view ?? scene.view, scene.views, () => "view");
         const writer = this.writer_;
         const numbers = viewLength + (kept?.numbers.length ?? writer.numbers.length);
         const integers = kept?.integers.length ?? writer.integerCount;

@@ -14,6 +14,7 @@ import {
     type Triple,
     unit,
     vectorFrom,
+    type Views,
     type Where,
 } from "./values.js";
 
@@ -26,13 +27,14 @@ export interface Shape {
     readonly numbers: readonly number[];
 }
 
-/** The points and edges that have names. */
+/** What has a name. */
 export interface Model {
     readonly points: ReadonlyMap<string, Triple>;
     readonly edges: ReadonlyMap<string, Shape>;
+    readonly views: Views;
 }
 
-export const noModel: Model = { points: new Map(), edges: new Map() };
+export const noModel: Model = { points: new Map(), edges: new Map(), views: new Map() };
 
 export function pointFrom(value: unknown, model: Model, where: Where): Triple {
     if (typeof value !== "string") {

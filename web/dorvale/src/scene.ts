@@ -6,8 +6,11 @@ import {
     booleanFrom,
     echoed,
     fail,
+    integerFrom,
+    isStandardView,
     itemOf,
     listFrom,
+    matrixFrom,
     type Members,
     memberOf,
     membersFrom,
@@ -17,28 +20,36 @@ import {
     type Triple,
     vectorFrom,
     viewFrom,
+    type Views,
+    type Where,
 } from "./values.js";
 
 const top = "top";
 const here = () => "";
 const path = (name: string) => () => name;
 const known = new Set([
+    "version",
     "title",
     "kind",
     "licence",
     "view",
+    "views",
+    "mesh",
     "lines",
     "finish",
     "points",
     "edges",
     "annotations",
 ]);
+const newestVersion = 1;
 const mostAnnotations = 1000000;
 
 /** A scene that has been read. It keeps what it was made from. */
 export class Scene implements Model {
     /** 16 numbers. */
     readonly view: ArrayLike<number>;
+    /** Views by their names, 16 numbers each. */
+    readonly views: Views;
     /** Points by their names, in model coordinates. */
     readonly points: ReadonlyMap<string, Triple>;
     /** Edges by their ids. */
@@ -60,7 +71,9 @@ export class Scene implements Model {
                 textFrom(members[name], path(name));
             }
         }
-        this.view = viewFrom(members["view"] ?? top, path("view"));
+        checkVersion(members["version"] ?? newestVersion, path("version"));
+        this.views = viewsFrom(members["views"]);
+        this.view = viewFrom(members["view"] ?? top, this.views, path("view"));
         const lines = members["lines"];
         if (lines !== undefined && textFrom(lines, path("lines")) !== "iso") {
             fail(path("lines"), 'expected "iso"');
@@ -85,6 +98,42 @@ function parse(text: string): unknown {
     } catch (error) {
         throw new RecipeError("", `not JSON: ${(error as Error).message}`);
     }
+}
+
+function checkVersion(value: unknown, where: Where): void {
+    const version = integerFrom(value, where);
+    if (version < 1) {
+        fail(where, `expected at least 1, got ${version}`);
+    }
+    if (version > newestVersion) {
+        fail(where, `this program reads scenes up to version ${newestVersion}, got ${version}`);
+    }
+}
+
+function viewsFrom(value: unknown): Views {
+    if (value === undefined) {
+        return noModel.views;
+    }
+    const views = new Map<string, ArrayLike<number>>();
+    const at = path("views");
+    const list = listFrom(value, at);
+    for (let i = 0; i < list.length; ++i) {
+        const where = itemOf(at, i);
+        const view = membersFrom(list[i], where);
+        const atName = memberOf(where, "name");
+        const name = textFrom(needed(view, "name", where), atName);
+        if (isStandardView(name)) {
+            fail(atName, "a standard view has this name");
+        }
+        const matrix = needed(view, "matrix", where);
+        const numbers = matrixFrom(matrix, "expected 16 numbers", memberOf(where, "matrix"));
+        refuseOthers(view, new Set(["name", "matrix"]), where);
+        if (views.has(name)) {
+            fail(atName, "another view has the same name");
+        }
+        views.set(name, numbers);
+    }
+    return views;
 }
 
 function pointsFrom(value: unknown): ReadonlyMap<string, Triple> {
@@ -113,7 +162,7 @@ function edgesFrom(value: unknown, points: ReadonlyMap<string, Triple>): Map<str
             booleanFrom(hidden, memberOf(where, "hidden"));
         }
         needed(edge, "type", where);
-        const shape = edgeFrom(edge, 0, { points, edges: noModel.edges }, where);
+        const shape = edgeFrom(edge, 0, { ...noModel, points }, where);
         if (name !== "") {
             if (edges.has(name)) {
                 fail(where, `another edge has the id ${echoed(name)}`);

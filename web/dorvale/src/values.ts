@@ -152,16 +152,32 @@ const standardViews: Readonly<Record<string, readonly number[]>> = {
     top: viewWith([1, 0, 0], [0, 1, 0]),
     front: viewWith([1, 0, 0], [0, 0, 1]),
     right: viewWith([0, 1, 0], [0, 0, 1]),
+    bottom: viewWith([1, 0, 0], [0, -1, 0]),
+    back: viewWith([-1, 0, 0], [0, 0, 1]),
+    left: viewWith([0, -1, 0], [0, 0, 1]),
     iso: viewWith(unit([1, 1, 0]), unit([-1, 1, 2])),
 };
 
-/** A standard view's name or 16 numbers. */
-export function viewFrom(value: unknown, where: Where): ArrayLike<number> {
-    if (typeof value === "string" && Object.hasOwn(standardViews, value)) {
-        return standardViews[value]!;
+/** Views by the names that a scene gives them. */
+export type Views = ReadonlyMap<string, ArrayLike<number>>;
+
+export const isStandardView = (name: string): boolean => Object.hasOwn(standardViews, name);
+
+/** The name of a standard view or of one of the scene's own, or 16 numbers. */
+export function viewFrom(value: unknown, own: Views, where: Where): ArrayLike<number> {
+    const expected =
+        "expected top, front, right, bottom, back, left, iso, " +
+        "the name of one of the scene's views, or 16 numbers";
+    if (typeof value === "string") {
+        const view = isStandardView(value) ? standardViews[value] : own.get(value);
+        return view ?? fail(where, expected);
     }
+    return matrixFrom(value, expected, where);
+}
+
+export function matrixFrom(value: unknown, expected: string, where: Where): ArrayLike<number> {
     if (!isList(value) || value.length !== 16) {
-        return fail(where, "expected front, top, right, iso or 16 numbers");
+        return fail(where, expected);
     }
     for (let i = 0; i < 16; ++i) {
         numberFrom(value[i], itemOf(where, i));
