@@ -23,6 +23,20 @@ std::string edge(const std::string& rest) {
            rest + "]}";
 }
 
+/// The view from above, +y to the right.
+const std::string kTurned = "[0,-1,0,0, 1,0,0,0, 0,0,1,0, 0,0,0,1]";
+std::string views(const std::string& list) {
+    return R"({"annotations": [], "views": [)" + list + "]}";
+}
+
+const std::string kVertices = "AAAAAAAAAAAAAAAAAABwQgAAAAAAAAAAAAAAAAAAIEIAAAAA";
+const std::string kTriangle = "AAAAAAEAAAACAAAA";
+std::string mesh(const std::string& positions, const std::string& triangles,
+                 const std::string& faces) {
+    return R"({"annotations": [], "mesh": {"positions": ")" + positions + R"(", "triangles": ")" +
+           triangles + R"(", "faces": )" + faces + "}}";
+}
+
 struct BadScene {
     std::string scene;
     std::string message;
@@ -42,8 +56,31 @@ TEST(BadScene, IsRefusedInOneLine) {
         {"{\"annotations\": [], \"title\": \"\xe2\x82", "not UTF-8"},
         {R"({"annotations": [], "title": "\ud800"})", "not JSON: invalid string"},
         {"{\"annotations\": " + std::string(100000, '['), "nested more than 64 levels deep"},
-        {R"({"annotations": [], "view": "left"})", "view: expected front, top, right, iso or 16"},
-        {R"({"annotations": [], "view": [1,0,0]})", "view: expected front, top, right, iso or 16"},
+        {R"({"annotations": [], "view": "rear"})",
+         "view: expected top, front, right, bottom, back"},
+        {R"({"annotations": [], "view": [1,0,0]})", "the scene's views, or 16 numbers"},
+        {R"({"annotations": [], "version": 2})",
+         "version: this program reads scenes up to version 1, got 2"},
+        {R"({"annotations": [], "version": 0})", "version: expected at least 1, got 0"},
+        {views(R"({"name": "a", "matrix": [1]})"), "views[0].matrix: expected 16 numbers"},
+        {views(R"({"name": "left", "matrix": )" + kTurned + "}"),
+         "views[0].name: a standard view has this name"},
+        {views(R"({"name": "a", "matrix": )" + kTurned + R"(}, {"name": "a", "matrix": )" +
+               kTurned + "}"),
+         "views[1].name: another view has the same name"},
+        // 3 vertices and one triangle of them, each with one thing changed.
+        {mesh("AAA", kTriangle, "[1]"), "mesh.positions: expected base64 in groups of 4"},
+        {mesh("AA=AAAAA", kTriangle, "[1]"),
+         "mesh.positions: expected base64, got another character at 3"},
+        {mesh("AAAAAAAA", kTriangle, "[1]"),
+         "mesh.positions: expected 12 bytes of each 3 numbers, got 6"},
+        {mesh("AAAAAAAAAAAAAMB/", kTriangle, "[1]"),
+         "mesh.positions: vertex 0: expected numbers of at most 1e9"},
+        {mesh(kVertices, "AAAAAAEAAAADAAAA", "[1]"),
+         "mesh.triangles: triangle 0: expected one of 3 vertices, got vertex 3"},
+        {mesh(kVertices, kTriangle, "[1, 1]"), "mesh.faces: expected 1 triangles in all, got 2"},
+        {mesh(kVertices, kTriangle, "[1, 0]"),
+         "mesh.faces[1]: expected at least 1 triangle, got 0"},
         {R"({"annotations": [], "titel": ""})", "\"titel\" is not known here"},
         {edge(R"("end": [1,0]})"), "edges[0].end: expected 3 numbers, got 2"},
         {edge(R"("end": "nowhere"})"), "edges[0].end: there is no point of this name"},
@@ -79,6 +116,42 @@ TEST(BadScene, IsRefusedInOneLine) {
             }
         }
     }
+}
+
+/// Two edges, and a distance that is measured in the scene's view.
+std::string lookedAt(const std::string& rest) {
+    return R"({"edges": [{"id": "base", "type": "line", "start": [0,0,0], "end": [60,0,0]},
+                         {"id": "side", "type": "line", "start": [0,0,0], "end": [0,40,0]}],
+               "annotations": [{"call": "PMICreateArcDim3D", "curve": "side",
+                                "locate": [-15,20,0], "height": 5}])" +
+           rest + "}";
+}
+
+TEST(Scene, IsLookedAtThroughANamedView) {
+    const std::string turned = R"(, "views": [{"name": "turned", "matrix": )" + kTurned + "}]";
+    host::Scene scene(lookedAt(turned));
+    EXPECT_EQ(host::drawScene(scene), host::drawScene(lookedAt("")));
+    for (const char* view : {"turned", "left", "top"}) {
+        const std::string named = std::string(R"(, "view": ")") + view + '"';
+        scene.useView(view);
+        EXPECT_EQ(host::drawScene(scene), host::drawScene(lookedAt(turned + named))) << view;
+        EXPECT_EQ(host::dumpScene(scene), host::dumpScene(lookedAt(turned + named))) << view;
+    }
+    scene.useView("turned");
+    // +x runs downwards, which is the way of y on paper, and +y to the right.
+    const std::string picture = host::drawScene(scene);
+    EXPECT_NE(picture.find("M0.000 0.000L0.000 60.000"), std::string::npos) << picture;
+    EXPECT_NE(picture.find("M0.000 0.000L40.000 0.000"), std::string::npos) << picture;
+    EXPECT_THROW(scene.useView("rear"), host::SceneError);
+}
+
+TEST(Scene, IsDrawnAndDumpedTheSameWithAMesh) {
+    const std::string bare = lookedAt("");
+    const std::string part = R"({"positions": ")" + kVertices + R"(", "triangles": ")" + kTriangle +
+                             R"(", "faces": [1]})";
+    const std::string meshed = lookedAt(R"(, "version": 1, "mesh": )" + part);
+    EXPECT_EQ(host::drawScene(meshed), host::drawScene(bare));
+    EXPECT_EQ(host::dumpScene(meshed), host::dumpScene(bare));
 }
 
 // A shell of Windows takes the paths of this build for switches.

@@ -28,6 +28,15 @@ std::optional<Matrix> standardView(std::string_view name) {
     if (name == "right") {
         return viewOf({0, 1, 0}, {0, 0, 1});
     }
+    if (name == "bottom") {
+        return viewOf({1, 0, 0}, {0, -1, 0});
+    }
+    if (name == "back") {
+        return viewOf({-1, 0, 0}, {0, 0, 1});
+    }
+    if (name == "left") {
+        return viewOf({0, -1, 0}, {0, 0, 1});
+    }
     if (name == "iso") {
         return viewOf(unit({1, 1, 0}), unit({-1, 1, 2}));
     }

@@ -9,7 +9,7 @@
 
 namespace host {
 
-/// The view of a name: `front`, `top`, `right` or `iso`.
+/// The view of a name: `top`, `front`, `right`, `bottom`, `back`, `left` or `iso`.
 std::optional<Matrix> standardView(std::string_view name);
 
 } // namespace host

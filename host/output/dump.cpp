@@ -239,7 +239,10 @@ ordered_json toJson(const BuiltAnnotation& built) {
 } // namespace
 
 std::string dumpScene(std::string_view sceneText, const Progress& progress) {
-    const Scene scene(sceneText);
+    return dumpScene(Scene(sceneText), progress);
+}
+
+std::string dumpScene(const Scene& scene, const Progress& progress) {
     const std::size_t count = scene.annotationCount();
     std::string text = "{\n  \"title\": ";
     appendText(text, scene.title(), 2);

@@ -13,4 +13,7 @@ namespace host {
 /// Throws `SceneError`.
 std::string dumpScene(std::string_view sceneText, const Progress& progress = {});
 
+/// The same for a scene that has been read.
+std::string dumpScene(const Scene& scene, const Progress& progress = {});
+
 } // namespace host

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <iostream>
 #include <new>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,7 @@ constexpr int kFailure = 2;
 /// What the user asked for.
 struct Options {
     std::string scene;
+    std::optional<std::string> view;
     std::string output;
     std::string directory;
     std::string scenes = DORVALE_SCENES;
@@ -74,6 +76,15 @@ template <class Work> auto ofScene(const fs::path& path, Work work) {
     }
 }
 
+/// The scene as it is to be looked at.
+host::Scene sceneSeen(const Options& options, const std::string& text) {
+    host::Scene scene(text);
+    if (options.view) {
+        scene.useView(*options.view);
+    }
+    return scene;
+}
+
 void writePng(const fs::path& svg) {
     const fs::path png = fs::path(svg).replace_extension(".png");
     const fs::path temporary = host::temporaryFor(png);
@@ -95,9 +106,9 @@ bool makesPng(const Options& options) {
 }
 
 void dump(const Options& options) {
-    const std::string text = ofScene(options.scene, [](const std::string& scene) {
+    const std::string text = ofScene(options.scene, [&options](const std::string& scene) {
         ProgressLine progress;
-        return host::dumpScene(scene, progress.counter());
+        return host::dumpScene(sceneSeen(options, scene), progress.counter());
     });
     if (!options.output.empty()) {
         host::writeFile(options.output, text);
@@ -110,9 +121,9 @@ void dump(const Options& options) {
 }
 
 void draw(const Options& options) {
-    const std::string svg = ofScene(options.scene, [](const std::string& scene) {
+    const std::string svg = ofScene(options.scene, [&options](const std::string& scene) {
         ProgressLine progress;
-        return host::drawScene(scene, progress.counter());
+        return host::drawScene(sceneSeen(options, scene), progress.counter());
     });
     host::writeFile(options.output, svg);
     if (makesPng(options)) {
@@ -162,15 +173,24 @@ void gallery(const Options& options) {
     std::cout << (directory / "index.html").string() << '\n';
 }
 
+void addView(CLI::App& command, Options& options) {
+    command.add_option(
+        "--view", options.view,
+        "The name of the view instead of the scene's own: top, front, right, bottom, "
+        "back, left, iso, or one of its \"views\"");
+}
+
 void addCommands(CLI::App& app, Options& options) {
     CLI::App* dumpCommand = app.add_subcommand("dump", "Print a scene's annotations as JSON");
     dumpCommand->add_option("SCENE", options.scene, "The scene's file")->required();
     dumpCommand->add_option("-o,--output", options.output, "A file to write instead");
+    addView(*dumpCommand, options);
     dumpCommand->callback([&options] { dump(options); });
 
     CLI::App* drawCommand = app.add_subcommand("draw", "Draw a scene as SVG");
     drawCommand->add_option("SCENE", options.scene, "The scene's file")->required();
     drawCommand->add_option("-o,--output", options.output, "The picture")->required();
+    addView(*drawCommand, options);
     drawCommand->add_flag("--png", options.png, "Make a PNG beside it");
     drawCommand->callback([&options] { draw(options); });
 

@@ -92,7 +92,7 @@ CallView SceneArguments::view() {
     if (found->json().is_null()) {
         return {std::nullopt, scene_.view()};
     }
-    const Matrix own = readView(*found);
+    const Matrix own = scene_.readView(*found);
     return {own, own};
 }
 

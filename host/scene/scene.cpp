@@ -2,15 +2,42 @@
 
 #include "host/geometry/views.h"
 #include "host/scene/finish.h"
+#include "host/scene/mesh.h"
 
 namespace host {
 namespace {
 
+constexpr int kVersion = 1;
 constexpr std::size_t kMostAnnotations = 1000000;
+constexpr const char* kViewExpected =
+    "expected top, front, right, bottom, back, left, iso, the name of one of the scene's views";
 
 std::string textOf(Object& members, const std::string& name) {
     const auto member = members.find(name);
     return member ? member->text() : std::string();
+}
+
+void checkVersion(const Value& value) {
+    const int version = value.integer();
+    if (version < 1) {
+        value.fail("expected at least 1, got " + std::to_string(version));
+    }
+    if (version > kVersion) {
+        value.fail("this program reads scenes up to version " + std::to_string(kVersion) +
+                   ", got " + std::to_string(version));
+    }
+}
+
+Matrix readMatrix(const Value& value, const std::string& expected) {
+    if (!value.json().is_array() || value.json().size() != 16) {
+        value.fail(expected);
+    }
+    Matrix matrix{};
+    std::size_t i = 0;
+    for (const Value& item : value.items()) {
+        matrix[i++] = item.number();
+    }
+    return matrix;
 }
 
 /// Any point on a circle: where it starts when nobody says.
@@ -27,6 +54,12 @@ Scene::Scene(std::string_view text) : json_(parseJson(text)), view_(*standardVie
     title_ = textOf(members, "title");
     kind_ = textOf(members, "kind");
     licence_ = textOf(members, "licence");
+    if (const auto version = members.find("version")) {
+        checkVersion(*version);
+    }
+    if (const auto views = members.find("views")) {
+        readViews(*views);
+    }
     if (const auto view = members.find("view")) {
         view_ = readView(*view);
     }
@@ -45,6 +78,9 @@ Scene::Scene(std::string_view text) : json_(parseJson(text)), view_(*standardVie
     if (const auto edges = members.find("edges")) {
         readEdges(*edges);
     }
+    if (const auto mesh = members.find("mesh")) {
+        checkMesh(*mesh);
+    }
     const std::size_t count = members.at("annotations").items().size();
     if (count > kMostAnnotations) {
         members.at("annotations")
@@ -52,6 +88,14 @@ Scene::Scene(std::string_view text) : json_(parseJson(text)), view_(*standardVie
                   std::to_string(count));
     }
     members.refuseOthers();
+}
+
+void Scene::useView(const std::string& name) {
+    const auto view = findView(name);
+    if (!view) {
+        throw SceneError(std::string("there is no view of this name; ") + kViewExpected);
+    }
+    view_ = *view;
 }
 
 std::size_t Scene::annotationCount() const { return json_.at("annotations").size(); }
@@ -76,6 +120,38 @@ void Scene::readEdges(const Value& list) {
         }
         edges_.push_back(std::move(edge));
     }
+}
+
+void Scene::readViews(const Value& list) {
+    for (const Value& item : list.items()) {
+        Object members(item);
+        const Value name = members.at("name");
+        if (standardView(name.text())) {
+            name.fail("a standard view has this name");
+        }
+        const Matrix matrix = readMatrix(members.at("matrix"), "expected 16 numbers");
+        members.refuseOthers();
+        if (!views_.emplace(name.text(), matrix).second) {
+            name.fail("another view has the same name");
+        }
+    }
+}
+
+std::optional<Matrix> Scene::findView(const std::string& name) const {
+    const auto own = views_.find(name);
+    return own == views_.end() ? standardView(name) : own->second;
+}
+
+Matrix Scene::readView(const Value& value) const {
+    const std::string expected = std::string(kViewExpected) + ", or 16 numbers";
+    if (!value.json().is_string()) {
+        return readMatrix(value, expected);
+    }
+    const auto view = findView(value.text());
+    if (!view) {
+        value.fail(expected);
+    }
+    return *view;
 }
 
 ModelEdge Scene::readModelEdge(Object& members) const {
@@ -141,25 +217,6 @@ Vec3 Scene::readPoint(const Value& value) const {
         value.fail("there is no point of this name");
     }
     return found->second;
-}
-
-Matrix readView(const Value& value) {
-    if (value.json().is_string()) {
-        const auto view = standardView(value.text());
-        if (!view) {
-            value.fail("expected front, top, right, iso or 16 numbers");
-        }
-        return *view;
-    }
-    if (!value.json().is_array() || value.json().size() != 16) {
-        value.fail("expected front, top, right, iso or 16 numbers");
-    }
-    Matrix view{};
-    std::size_t i = 0;
-    for (const Value& item : value.items()) {
-        view[i++] = item.number();
-    }
-    return view;
 }
 
 } // namespace host

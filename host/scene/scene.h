@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,6 +40,9 @@ public:
     /// How annotations are finished that do not say otherwise.
     const FinishOptions& finish() const { return finish_; }
 
+    /// Looks at the scene through the view of this name. Throws `SceneError`.
+    void useView(const std::string& name);
+
     std::size_t annotationCount() const;
     Value annotation(std::size_t index) const;
 
@@ -48,8 +52,13 @@ public:
     const Edge* findEdge(const std::string& id) const;
     /// 3 numbers or the name of a point.
     Vec3 readPoint(const Value& value) const;
+    /// The name of a view or 16 numbers.
+    Matrix readView(const Value& value) const;
 
 private:
+    /// A standard view or one of the scene's own.
+    std::optional<Matrix> findView(const std::string& name) const;
+    void readViews(const Value& list);
     void readEdges(const Value& list);
     void readPoints(const Value& value);
     ModelEdge readModelEdge(Object& members) const;
@@ -59,6 +68,7 @@ private:
     std::string title_;
     std::string kind_;
     std::string licence_;
+    std::map<std::string, Matrix> views_;
     Matrix view_;
     LineStyle lines_ = LineStyle::Plain;
     FinishOptions finish_;
@@ -66,9 +76,6 @@ private:
     std::map<std::string, std::size_t> edgeById_;
     std::map<std::string, Vec3> points_;
 };
-
-/// A standard view's name or 16 numbers.
-Matrix readView(const Value& value);
 
 /// Called now and then with the annotations done and all of them.
 using Progress = std::function<void(std::size_t, std::size_t)>;
