@@ -9,21 +9,19 @@ const web = `${here}../`;
 const root = `${web}../`;
 const out = `${root}build/viewer`;
 
-/** Scenes that carry a part; the first one is open at the start. */
+/** The sample that is open at the start. */
+const first = "mounting_plate";
+
+/** The samples by their names, deflated. */
 async function samples() {
-    const folders = [`${root}host/scenes/`, `${here}samples/`];
-    const found = {};
-    for (const folder of folders) {
-        for (const file of await readdir(folder).catch(() => [])) {
-            const text = file.endsWith(".json") ? await readFile(folder + file, "utf8") : "{}";
-            const scene = JSON.parse(text);
-            if (scene.mesh !== undefined) {
-                const packed = deflateSync(JSON.stringify(scene), { level: 9 });
-                found[file.replace(/\.json$/, "")] = packed.toString("base64");
-            }
-        }
-    }
-    return found;
+    const files = (await readdir(`${here}samples`)).filter((file) => file.endsWith(".json"));
+    const names = files.map((file) => file.slice(0, -".json".length)).sort();
+    const others = names.filter((name) => name !== first);
+    const packed = [first, ...others].map(async (name) => {
+        const text = await readFile(`${here}samples/${name}.json`);
+        return [name, deflateSync(text, { level: 9 }).toString("base64")];
+    });
+    return Object.fromEntries(await Promise.all(packed));
 }
 
 async function licences() {
