@@ -1,8 +1,10 @@
 // Stories of people who use the viewer, told to the real page in a browser.
 import assert from "node:assert/strict";
-import { statSync } from "node:fs";
+import { execFileSync } from "node:child_process";
+import { mkdtempSync, rmSync, statSync, writeFileSync } from "node:fs";
+import { tmpdir } from "node:os";
 import { after, test } from "node:test";
-import { dump, read } from "../../tests/package.mjs";
+import { read, root } from "../../tests/package.mjs";
 import { block } from "./block.mjs";
 import { browser, file, Viewer } from "./page.mjs";
 
@@ -16,6 +18,18 @@ function story(name, tell, options = {}) {
         assert.deepEqual(viewer.errors, []);
         await viewer.close();
     });
+}
+
+/** What the host without a screen makes of a file. */
+function drawnByHost(text) {
+    const folder = mkdtempSync(`${tmpdir()}/viewer-`);
+    const host = process.env.PMI_HOST ?? `${root}build/release/bin/pmi-host`;
+    writeFileSync(`${folder}/scene.json`, text);
+    try {
+        return JSON.parse(execFileSync(host, ["dump", `${folder}/scene.json`]));
+    } finally {
+        rmSync(folder, { recursive: true });
+    }
 }
 
 /** Numbers in single precision. */
@@ -230,7 +244,8 @@ story("a note is written; the keys of its text stay its own", async (viewer) => 
     await viewer.press("Enter");
     await viewer.waitForCount(2);
     const note = (await viewer.recipes())[1].calls[0];
-    assert.match(note.lines[0], / ALL EDGES$/);
+    // Ctrl+Z has taken back what was typed, and no annotation.
+    assert.deepEqual(note.lines, ["ALL EDGES"]);
     assert.deepEqual(note.target, [120, 60, 20]);
     assert.equal((await viewer.values())[1], note.lines[0]);
 });
@@ -259,7 +274,7 @@ story("what is saved opens again, and pmi-host draws the same", async (viewer) =
     const saved = JSON.parse(text);
     const { mesh, edges } = block;
     assert.deepEqual({ mesh: saved.mesh, edges: saved.edges }, { mesh, edges });
-    const drawn = dump(saved).annotations;
+    const drawn = drawnByHost(text).annotations;
     assert.equal(drawn.length, 4);
     assert.deepEqual(single(shown), single(drawn));
     const values = await viewer.values();
@@ -296,4 +311,34 @@ story(
         assert.match(await viewer.page.textContent("#error"), /^\?scene=nothing: there is no such sample/);
     },
     { query: "?scene=nothing", scene: undefined },
+);
+
+story(
+    "clicks on the mounting plate give its designer's values",
+    async (viewer) => {
+        const { rows } = JSON.parse(read("web/viewer/tests/data/mounting_plate.json"));
+        assert.ok(rows.length >= 40);
+        // What the mouse's events call, without waiting for a frame each time.
+        const found = await viewer.app((app, list) => list.map((row) => {
+            app.look(row.view);
+            app.stage.camera.look({ target: row.target, unitsPerPixel: row.unitsPerPixel });
+            for (const pick of row.picks) {
+                const [x, y] = window.viewer.toScreen(pick, app.stage.camera.frame);
+                app.click(x, y);
+            }
+            for (let tab = 0; tab < row.tabs; ++tab) {
+                app.choose(1);
+            }
+            app.click(...row.place);
+            const values = app.annotations.map(({ measured }) => measured.value);
+            app.undo();
+            return values;
+        }), rows);
+        rows.forEach(({ id, value }, i) => {
+            const [measured] = found[i];
+            assert.equal(found[i].length, 1, id);
+            assert.ok(Math.abs(measured - value) < 1e-4, `${id}: ${measured} instead of ${value}`);
+        });
+    },
+    { scene: undefined, query: "?scene=mounting_plate" },
 );

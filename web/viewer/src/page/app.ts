@@ -108,6 +108,11 @@ export class App {
         error.hidden = false;
     }
 
+    /** The dimension that follows the mouse. */
+    get chosen(): Candidate | undefined {
+        return chosen(this.picking_, this.stage.camera.view);
+    }
+
     get hasChoice(): boolean {
         return this.picking_.picks.length > 0 && !this.picking_.note;
     }
