@@ -69,7 +69,7 @@ export function drawingOf(annotation: Annotation, glyphs: Glyphs): Drawing {
     };
 }
 
-/** Draws annotations in one colour: seven draw calls, however many there are. */
+/** Draws annotations in one colour: six draw calls, however many there are. */
 export class Ink {
     readonly group = new Group();
     private readonly color_: Color;
