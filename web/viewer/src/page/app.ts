@@ -123,9 +123,12 @@ export class App {
         document.title = `${title} - Dorvale viewer`;
         this.picking_ = idle;
         this.selected_ = this.hovered_ = this.under_ = undefined;
+        const { camera } = this.stage;
         this.stage.show(part);
-        this.look(view);
+        camera.look({ view });
+        camera.look(fitted(camera.frame, part.outline()));
         this.rebuild();
+        this.stage.still();
         this.follow_();
     }
 

@@ -155,17 +155,11 @@ export class Document {
         this.views = viewsOf(members);
         this.view = viewOf(members["view"] ?? "top", this.views);
         const built = this.build(recipes, this.view);
-        const drawn = built.flatMap((annotation) =>
-            toModel(annotation).lines.flatMap(({ points }): Vec[] =>
-                Array.from({ length: points.length / 3 }, (_, i) => [
-                    points[3 * i]!,
-                    points[3 * i + 1]!,
-                    points[3 * i + 2]!,
-                ]),
-            ),
-        );
+        const edges = edgesOf(members);
+        // A scene without a model is as large as its annotations.
+        const drawn = edges.length > 0 ? [] : built.flatMap(outlineOf);
         const mesh = members["mesh"] as SceneMesh | undefined;
-        this.part = new Part(edgesOf(members), mesh && meshGeometry(mesh), drawn);
+        this.part = new Part(edges, mesh && meshGeometry(mesh), drawn);
         this.history_ = begun(recipes);
     }
 
@@ -207,6 +201,17 @@ export class Document {
         const scene = { ...this.members_, view: matrixOf(view), annotations: this.recipes };
         return `${JSON.stringify(scene, undefined, 1)}\n`;
     }
+}
+
+/** The points that an annotation's lines run through. */
+function outlineOf(annotation: Annotation): Vec[] {
+    return toModel(annotation).lines.flatMap(({ points }): Vec[] =>
+        Array.from({ length: points.length / 3 }, (_, i) => [
+            points[3 * i]!,
+            points[3 * i + 1]!,
+            points[3 * i + 2]!,
+        ]),
+    );
 }
 
 function parsed(text: string): Members {

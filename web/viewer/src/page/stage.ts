@@ -145,10 +145,15 @@ export class Stage {
 
     /** The view has been set, not turned: what depends on it is rebuilt at once. */
     settle(): void {
-        clearTimeout(this.rest_);
-        this.rest_ = undefined;
+        this.still();
         this.stopped_();
         this.invalidate();
+    }
+
+    /** The view has stopped, and everything is built for it already. */
+    still(): void {
+        clearTimeout(this.rest_);
+        this.rest_ = undefined;
     }
 
     private moved_(): void {
