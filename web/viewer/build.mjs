@@ -1,0 +1,87 @@
+// Makes build/viewer/index.html: the page, the module, the samples and the licences in one file.
+import { mkdir, readdir, readFile, writeFile } from "node:fs/promises";
+import { fileURLToPath } from "node:url";
+import { deflateSync } from "node:zlib";
+import { build } from "esbuild";
+
+const here = fileURLToPath(new URL(".", import.meta.url));
+const web = `${here}../`;
+const root = `${web}../`;
+const out = `${root}build/viewer`;
+
+/** The sample that is open at the start. */
+const first = "mounting_plate";
+
+/** The samples by their names, deflated. */
+async function samples() {
+    const files = (await readdir(`${here}samples`)).filter((file) => file.endsWith(".json"));
+    const names = files.map((file) => file.slice(0, -".json".length)).sort();
+    const others = names.filter((name) => name !== first);
+    const packed = [first, ...others].map(async (name) => {
+        const text = await readFile(`${here}samples/${name}.json`);
+        return [name, deflateSync(text, { level: 9 }).toString("base64")];
+    });
+    return Object.fromEntries(await Promise.all(packed));
+}
+
+async function licences() {
+    const packages = ["three", "three-mesh-bvh"];
+    const texts = packages.map(async (name) => {
+        const text = await readFile(`${web}node_modules/${name}/LICENSE`, "utf8");
+        return `${name}\n\n${text.trim()}`;
+    });
+    const own = await readFile(`${web}dorvale/LICENSES.txt`, "utf8");
+    return [...(await Promise.all(texts)), own].join(`\n\n${"-".repeat(40)}\n\n`);
+}
+
+/** Modules that the build makes. */
+const made = {
+    name: "made",
+    setup({ onResolve, onLoad }) {
+        onResolve({ filter: /^(dorvale-wasm|samples|licences)$/ }, ({ path }) => ({
+            path,
+            namespace: "made",
+        }));
+        onLoad({ filter: /.*/, namespace: "made" }, async ({ path }) => {
+            switch (path) {
+                case "dorvale-wasm":
+                    return {
+                        contents: await readFile(`${web}dorvale/dist/dorvale.wasm`),
+                        loader: "binary",
+                    };
+                case "samples":
+                    return { contents: JSON.stringify(await samples()), loader: "json" };
+                default:
+                    return { contents: await licences(), loader: "text" };
+            }
+        });
+    },
+};
+
+const bundled = await build({
+    entryPoints: [`${here}src/page/main.ts`],
+    bundle: true,
+    minify: true,
+    format: "esm",
+    target: "es2022",
+    charset: "utf8",
+    legalComments: "none",
+    conditions: ["browser"],
+    define: { "import.meta.url": '"file:///"' },
+    plugins: [made],
+    logLevel: "warning",
+    write: false,
+});
+const style = await build({
+    entryPoints: [`${here}src/style.css`],
+    minify: true,
+    write: false,
+});
+const template = await readFile(`${here}src/index.html`, "utf8");
+// A script ends at the first end tag, wherever it stands.
+const script = bundled.outputFiles[0].text.replaceAll("</script", "<\\/script");
+const page = template
+    .replace("/*style*/", () => style.outputFiles[0].text.trim())
+    .replace("/*script*/", () => script);
+await mkdir(out, { recursive: true });
+await writeFile(`${out}/index.html`, page);

@@ -1,0 +1,228 @@
+// The scene that is open: its part, its annotations, and what was done to them.
+import type { Annotation, Dorvale, Recipe } from "dorvale";
+import { Scene, toModel } from "dorvale";
+import type { Edge } from "../rules/things.js";
+import { begun, changed, type History, redone, undone } from "../rules/undo.js";
+import type { Vec } from "../rules/vec.js";
+import { matrixOf, standardViews, type View, viewOfMatrix } from "../rules/view.js";
+import { meshGeometry, type SceneMesh } from "./mesh.js";
+import { Part } from "./part.js";
+
+type Members = Record<string, unknown>;
+
+/** The format of scenes that is read and written. */
+const version = 1;
+/** What the package does not read. */
+const viewersOwn = ["version", "mesh", "views", "view", "annotations"];
+
+export interface NamedView {
+    readonly name: string;
+    readonly view: View;
+}
+
+/** Where an annotation can be taken and put. */
+export interface Placement {
+    readonly member: "locate" | "text";
+    /** The call that has it; none where the annotation is a call itself. */
+    readonly call?: number;
+}
+
+const isPlacedBy = (call: Members): Placement["member"] | undefined =>
+    call["locate"] !== undefined ? "locate" : call["text"] !== undefined ? "text" : undefined;
+
+/** Which member says where an annotation stands. */
+export function placementOf(recipe: Recipe): Placement | undefined {
+    const members = recipe as unknown as Members;
+    const calls = members["calls"] as Members[] | undefined;
+    if (calls === undefined) {
+        const member = isPlacedBy(members);
+        return member && { member };
+    }
+    const call = calls.findIndex((c) => isPlacedBy(c) !== undefined);
+    return call < 0 ? undefined : { member: isPlacedBy(calls[call]!)!, call };
+}
+
+/** The same annotation at another place. */
+export function replaced(recipe: Recipe, { member, call }: Placement, place: Vec): Recipe {
+    const members = recipe as unknown as Members;
+    if (call === undefined) {
+        return { ...members, [member]: [...place] } as unknown as Recipe;
+    }
+    const calls = (members["calls"] as Members[]).map((c, i) =>
+        i === call ? { ...c, [member]: [...place] } : c,
+    );
+    return { ...members, calls } as unknown as Recipe;
+}
+
+/** The annotation as it is built here: turned readable, whatever its scene says. */
+function shown(recipe: Recipe, sceneFinish: unknown): Recipe {
+    const members = recipe as unknown as Members;
+    const own = members["finish"];
+    const finish = own === null ? {} : { ...(sceneFinish as Members), ...(own as Members) };
+    return { ...members, finish: { ...finish, readable: true } } as unknown as Recipe;
+}
+
+function viewsOf(members: Members): NamedView[] {
+    const list = (members["views"] ?? []) as unknown;
+    if (!Array.isArray(list)) {
+        throw new Error("views: expected a list");
+    }
+    return list.map((item: Members, i) => {
+        const matrix = item["matrix"] as unknown;
+        if (typeof item["name"] !== "string") {
+            throw new Error(`views[${i}].name: expected a text`);
+        }
+        if (!Array.isArray(matrix) || matrix.length !== 16 || !matrix.every(Number.isFinite)) {
+            throw new Error(`views[${i}].matrix: expected 16 numbers`);
+        }
+        return { name: item["name"], view: viewOfMatrix(matrix as number[]) };
+    });
+}
+
+function viewOf(value: unknown, named: readonly NamedView[]): View {
+    if (Array.isArray(value) && value.length === 16 && value.every(Number.isFinite)) {
+        return viewOfMatrix(value as number[]);
+    }
+    const own = named.find(({ name }) => name === value);
+    if (own !== undefined) {
+        return own.view;
+    }
+    if (typeof value === "string" && Object.hasOwn(standardViews, value)) {
+        return standardViews[value as keyof typeof standardViews];
+    }
+    throw new Error("view: expected the name of a view or 16 numbers");
+}
+
+/** The edges, which the package has found right. */
+function edgesOf(members: Members): Edge[] {
+    const points = (members["points"] ?? {}) as Record<string, Vec>;
+    const point = (value: unknown): Vec =>
+        typeof value === "string" ? points[value]! : (value as Vec);
+    return ((members["edges"] ?? []) as Members[]).map((edge): Edge => {
+        const ends =
+            edge["start"] === undefined
+                ? {}
+                : { start: point(edge["start"]), end: point(edge["end"] ?? edge["start"]) };
+        if (edge["type"] === "line") {
+            return { kind: "line", ...(ends as { start: Vec; end: Vec }) };
+        }
+        const circle = {
+            kind: "arc" as const,
+            centre: point(edge["centre"]),
+            normal: edge["normal"] as Vec,
+            radius: edge["radius"] as number,
+        };
+        const isClosed =
+            ends.start === undefined ||
+            Math.hypot(...ends.start.map((x, i) => x - ends.end[i]!)) < 1e-6 * circle.radius;
+        return isClosed ? circle : { ...circle, ...ends };
+    });
+}
+
+export class Document {
+    readonly part: Part;
+    readonly title: string;
+    /** How the scene is looked at first; undefined where it does not say. */
+    readonly view: View;
+    readonly views: readonly NamedView[];
+    private readonly members_: Members;
+    private readonly scene_: Scene;
+    private history_: History<readonly Recipe[]>;
+
+    /**
+     * @param text a scene's text
+     * @throws Error or RecipeError where something is wrong with it: one line that says where and what
+     */
+    constructor(
+        text: string,
+        private readonly library_: Dorvale,
+    ) {
+        const members = parsed(text);
+        const { version: written = version } = members;
+        if (written !== version) {
+            throw new Error(`version: expected ${version}, got ${JSON.stringify(written)}`);
+        }
+        const recipes = (members["annotations"] ?? []) as Recipe[];
+        const read = Object.fromEntries(
+            Object.entries(members).filter(([name]) => !viewersOwn.includes(name)),
+        );
+        this.members_ = members;
+        this.scene_ = new Scene(read);
+        if (!Array.isArray(recipes)) {
+            throw new Error("annotations: expected a list");
+        }
+        this.title = (members["title"] as string | undefined) ?? "Untitled";
+        this.views = viewsOf(members);
+        this.view = viewOf(members["view"] ?? "top", this.views);
+        const built = this.build(recipes, this.view);
+        const edges = edgesOf(members);
+        // A scene without a model is as large as its annotations.
+        const drawn = edges.length > 0 ? [] : built.flatMap(outlineOf);
+        const mesh = members["mesh"] as SceneMesh | undefined;
+        this.part = new Part(edges, mesh && meshGeometry(mesh), drawn);
+        this.history_ = begun(recipes);
+    }
+
+    get recipes(): readonly Recipe[] {
+        return this.history_.present;
+    }
+
+    get canUndo(): boolean {
+        return this.history_.past.length > 0;
+    }
+
+    get canRedo(): boolean {
+        return this.history_.future.length > 0;
+    }
+
+    change(recipes: readonly Recipe[]): void {
+        this.history_ = changed(this.history_, recipes);
+    }
+
+    undo(): void {
+        this.history_ = undone(this.history_);
+    }
+
+    redo(): void {
+        this.history_ = redone(this.history_);
+    }
+
+    /** Annotations as they are seen in a view. */
+    build(recipes: readonly Recipe[], view: View): Annotation[] {
+        const finish = this.members_["finish"];
+        const readable = recipes.map((recipe) =>
+            typeof recipe === "object" && recipe !== null ? shown(recipe, finish) : recipe,
+        );
+        return [...this.library_.buildAll(readable, matrixOf(view), this.scene_)];
+    }
+
+    /** The scene's text, with the annotations that it has now, looked at as it is now. */
+    save(view: View): string {
+        const scene = { ...this.members_, view: matrixOf(view), annotations: this.recipes };
+        return `${JSON.stringify(scene, undefined, 1)}\n`;
+    }
+}
+
+/** The points that an annotation's lines run through. */
+function outlineOf(annotation: Annotation): Vec[] {
+    return toModel(annotation).lines.flatMap(({ points }): Vec[] =>
+        Array.from({ length: points.length / 3 }, (_, i) => [
+            points[3 * i]!,
+            points[3 * i + 1]!,
+            points[3 * i + 2]!,
+        ]),
+    );
+}
+
+function parsed(text: string): Members {
+    let scene: unknown;
+    try {
+        scene = JSON.parse(text);
+    } catch (error) {
+        throw new Error(`not JSON: ${(error as Error).message}`);
+    }
+    if (typeof scene !== "object" || scene === null || Array.isArray(scene)) {
+        throw new Error("expected an object");
+    }
+    return scene as Members;
+}

@@ -1,0 +1,75 @@
+import type { ModelText } from "dorvale";
+import { facing } from "../rules/facing.js";
+import { dot, moved, sub, type Vec } from "../rules/vec.js";
+import { type Frame, toScreen } from "../rules/view.js";
+import type { Glyphs } from "./glyphs.js";
+
+/** A line of text, laid out about a point that stays where it is when the text turns. */
+export interface Label {
+    readonly characters: readonly string[];
+    readonly center: Vec;
+    /** Zero for text that stands parallel to the screen. */
+    readonly x: Vec;
+    readonly y: Vec;
+    /** From the centre to the start and to the base line. */
+    readonly left: number;
+    readonly bottom: number;
+    readonly width: number;
+    readonly height: number;
+}
+
+const none: Vec = [0, 0, 0];
+/** The middle of capital letters above the base line, in em. */
+const middle = 0.36;
+
+/** The lines of an annotation's text. */
+export function labelsOf(texts: readonly ModelText[], toScreen: boolean, glyphs: Glyphs): Label[] {
+    return texts.map(({ text, location, xAxis, yAxis, height }) => {
+        const characters = [...text];
+        const width =
+            height * characters.reduce((sum, character) => sum + glyphs.of(character).advance, 0);
+        if (toScreen) {
+            const first = texts[0]!.location;
+            const down = Math.sign(dot(sub(location, first), texts[0]!.yAxis)) || 0;
+            const bottom = down * Math.hypot(...sub(location, first));
+            return { characters, center: first, x: none, y: none, left: 0, bottom, width, height };
+        }
+        const center = moved(moved(location, xAxis, width / 2), yAxis, middle * height);
+        return {
+            characters,
+            center,
+            x: xAxis,
+            y: yAxis,
+            left: -width / 2,
+            bottom: -middle * height,
+            width,
+            height,
+        };
+    });
+}
+
+/** How many pixels around a text belong to it. */
+const margin = 3;
+
+/** Whether a pixel lies on a label. */
+export function isOn(label: Label, x: number, y: number, frame: Frame): boolean {
+    const { view } = frame;
+    const isUpright = label.x === none;
+    const axes = isUpright ? { x: view.right, y: view.up } : facing(label, view);
+    const corner = (u: number, v: number) =>
+        toScreen(moved(moved(label.center, axes.x, u), axes.y, v), frame);
+    const border = margin * frame.unitsPerPixel;
+    const [left, low] = [label.left - border, label.bottom - 0.2 * label.height - border];
+    const [right, high] = [label.left + label.width + border, label.bottom + 0.8 * label.height + border];
+    const o = corner(left, low);
+    const a = corner(right, low);
+    const b = corner(left, high);
+    const [ax, ay, bx, by] = [a[0] - o[0], a[1] - o[1], b[0] - o[0], b[1] - o[1]];
+    const area = ax * by - ay * bx;
+    if (Math.abs(area) < 1) {
+        return false;
+    }
+    const s = ((x - o[0]) * by - (y - o[1]) * bx) / area;
+    const t = (ax * (y - o[1]) - ay * (x - o[0])) / area;
+    return s >= 0 && s <= 1 && t >= 0 && t <= 1;
+}

@@ -1,0 +1,173 @@
+// Everything that is drawn, and when.
+import {
+    AmbientLight,
+    DirectionalLight,
+    Group,
+    Scene as Space,
+    SRGBColorSpace,
+    WebGLRenderer,
+} from "three";
+import { LineMaterial } from "three/addons/lines/LineMaterial.js";
+import { LineSegments2 } from "three/addons/lines/LineSegments2.js";
+import { LineSegmentsGeometry } from "three/addons/lines/LineSegmentsGeometry.js";
+import { isPoint, pointsOf, type Thing } from "../rules/things.js";
+import { add, scale, type Vec } from "../rules/vec.js";
+import { Camera } from "./camera.js";
+import { Glyphs } from "./glyphs.js";
+import { Ink } from "./ink.js";
+import type { Part } from "./part.js";
+import { viewAxes } from "./writing.js";
+
+/** How long the view has to rest before it counts as stopped, in milliseconds. */
+const rest = 120;
+/** Of a point's marker, in pixels. */
+const markerSize = 5;
+
+/** A thick line over a thing that is pointed at or picked. */
+class Marker {
+    readonly lines: LineSegments2;
+    private thing_: Thing | undefined;
+
+    constructor(color: number) {
+        const material = new LineMaterial({ color, linewidth: 3.5, depthTest: false });
+        this.lines = new LineSegments2(new LineSegmentsGeometry(), material);
+        this.lines.renderOrder = 8;
+        this.lines.frustumCulled = false;
+        this.lines.visible = false;
+    }
+
+    show(thing: Thing | undefined): void {
+        this.thing_ = thing;
+        this.lines.visible = thing !== undefined;
+        if (thing !== undefined && !isPoint(thing)) {
+            const through = pointsOf(thing);
+            this.set_(through.slice(1).flatMap((p, i) => [...through[i]!, ...p]));
+        }
+    }
+
+    /** A point's marker is as large in every view: a square on a vertex, a cross on a centre. */
+    follow({ frame }: Camera): void {
+        const thing = this.thing_;
+        if (thing === undefined || !isPoint(thing)) {
+            return;
+        }
+        const size = markerSize * frame.unitsPerPixel;
+        const corner = (u: number, v: number): Vec =>
+            add(thing.at, add(scale(frame.view.right, u * size), scale(frame.view.up, v * size)));
+        const square = [corner(-1, -1), corner(1, -1), corner(1, 1), corner(-1, 1)];
+        this.set_(
+            thing.kind === "vertex"
+                ? square.flatMap((p, i) => [...p, ...square[(i + 1) % 4]!])
+                : [corner(-1.4, 0), corner(1.4, 0), corner(0, -1.4), corner(0, 1.4)].flat(),
+        );
+    }
+
+    private set_(segments: number[]): void {
+        this.lines.geometry.dispose();
+        this.lines.geometry = new LineSegmentsGeometry().setPositions(segments);
+    }
+}
+
+export class Stage {
+    readonly camera: Camera;
+    readonly glyphs = new Glyphs();
+    readonly placed = new Ink(0x123c8c, 1.4, this.glyphs);
+    readonly lit = new Ink(0xd9480f, 2, this.glyphs);
+    readonly following = new Ink(0x0b62c4, 1.6, this.glyphs);
+    readonly hovered = new Marker(0xe8590c);
+    readonly picked = new Marker(0x0b62c4);
+    /** Milliseconds of script in the last frames, the rasteriser's among them. */
+    readonly frameTimes: number[] = [];
+    private readonly renderer_: WebGLRenderer;
+    private readonly space_ = new Space();
+    private readonly parts_ = new Group();
+    private readonly lights_ = new Group();
+    private isDrawn_ = true;
+    private rest_: ReturnType<typeof setTimeout> | undefined;
+
+    /** @param stopped is called when the view has stopped */
+    constructor(
+        private readonly canvas_: HTMLCanvasElement,
+        private readonly stopped_: () => void,
+    ) {
+        this.renderer_ = new WebGLRenderer({ canvas: canvas_, antialias: true, alpha: true });
+        this.renderer_.outputColorSpace = SRGBColorSpace;
+        this.renderer_.setPixelRatio(Math.min(2, devicePixelRatio));
+        const light = new DirectionalLight(0xffffff, 2.1);
+        light.position.set(0.35, 0.6, 1);
+        this.lights_.add(new AmbientLight(0xffffff, 1.25), light, light.target);
+        this.space_.add(
+            this.lights_,
+            this.parts_,
+            this.picked.lines,
+            this.hovered.lines,
+            ...[this.placed, this.following, this.lit].map(({ group }) => group),
+        );
+        this.camera = new Camera(() => this.moved_());
+        new ResizeObserver(() => this.resize_()).observe(canvas_);
+        this.resize_();
+    }
+
+    /** Whether nothing is waiting to be drawn or rebuilt. */
+    get isAtRest(): boolean {
+        return this.isDrawn_ && this.rest_ === undefined;
+    }
+
+    show(part: Part): void {
+        this.parts_.clear();
+        this.parts_.add(part.group);
+        this.camera.holds(part.middle, part.reach);
+    }
+
+    /** Draws with the next frame. */
+    invalidate(): void {
+        if (this.isDrawn_) {
+            this.isDrawn_ = false;
+            requestAnimationFrame(() => this.draw());
+        }
+    }
+
+    draw(): void {
+        const started = performance.now();
+        this.isDrawn_ = true;
+        const { camera } = this;
+        const { view } = camera;
+        this.hovered.follow(camera);
+        this.picked.follow(camera);
+        this.lights_.quaternion.copy(camera.three.quaternion);
+        viewAxes.right.value.set(...view.right);
+        viewAxes.up.value.set(...view.up);
+        viewAxes.to.value.set(...view.to);
+        this.renderer_.render(this.space_, camera.three);
+        this.frameTimes.push(performance.now() - started);
+        this.frameTimes.splice(0, this.frameTimes.length - 600);
+    }
+
+    /** The view has been set, not turned: what depends on it is rebuilt at once. */
+    settle(): void {
+        this.still();
+        this.stopped_();
+        this.invalidate();
+    }
+
+    /** The view has stopped, and everything is built for it already. */
+    still(): void {
+        clearTimeout(this.rest_);
+        this.rest_ = undefined;
+    }
+
+    private moved_(): void {
+        clearTimeout(this.rest_);
+        this.rest_ = setTimeout(() => this.settle(), rest);
+        this.invalidate();
+    }
+
+    private resize_(): void {
+        const { clientWidth, clientHeight } = this.canvas_;
+        if (clientWidth > 0 && clientHeight > 0) {
+            this.renderer_.setSize(clientWidth, clientHeight, false);
+            this.camera.look({ width: clientWidth, height: clientHeight });
+            this.draw();
+        }
+    }
+}

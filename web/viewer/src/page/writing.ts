@@ -1,0 +1,125 @@
+// Text as quads of one atlas, one draw call for all of it.
+import { BufferAttribute, BufferGeometry, Color, ShaderMaterial, Vector3 } from "three";
+import type { Label } from "./labels.js";
+import { base, cellSize, type Glyphs, side } from "./glyphs.js";
+
+/**
+ * The axes of a label as `facing` has them, found for each corner: while the view turns no text is
+ * ever mirrored or upside down, without a line of script.
+ */
+const vertexShader = `
+attribute vec3 center;
+attribute vec3 xAxis;
+attribute vec3 yAxis;
+attribute vec2 offset;
+uniform vec3 right;
+uniform vec3 up;
+uniform vec3 to;
+varying vec2 at;
+void main() {
+    vec3 x = xAxis;
+    vec3 y = yAxis;
+    if (dot(x, x) == 0.0) {
+        x = right;
+        y = up;
+    } else {
+        if (dot(cross(x, y), to) < 0.0) x = -x;
+        float along = dot(x, right);
+        if (along < -1e-4 || (along < 1e-4 && dot(x, up) < 0.0)) {
+            x = -x;
+            y = -y;
+        }
+    }
+    at = uv;
+    gl_Position = projectionMatrix * viewMatrix * vec4(center + offset.x * x + offset.y * y, 1.0);
+}`;
+
+const fragmentShader = `
+uniform sampler2D map;
+uniform vec3 color;
+uniform vec3 rim;
+uniform float opacity;
+uniform bool isRim;
+varying vec2 at;
+void main() {
+    vec4 texel = texture2D(map, at);
+    float alpha = (isRim ? texel.a : texel.r * texel.a) * opacity;
+    if (alpha < 0.02) discard;
+    gl_FragColor = vec4(isRim ? rim : color, alpha);
+    #include <colorspace_fragment>
+}`;
+
+/** The view's axes, which all writing shares. */
+export const viewAxes = {
+    right: { value: new Vector3(1, 0, 0) },
+    up: { value: new Vector3(0, 1, 0) },
+    to: { value: new Vector3(0, 0, 1) },
+};
+
+export function writingMaterial(
+    glyphs: Glyphs,
+    color: Color,
+    pass: "rim" | "ink" | "ghost",
+): ShaderMaterial {
+    return new ShaderMaterial({
+        vertexShader,
+        fragmentShader,
+        uniforms: {
+            ...viewAxes,
+            map: { value: glyphs.texture },
+            color: { value: color },
+            rim: { value: new Color(0xf8fafc) },
+            opacity: { value: pass === "ghost" ? 0.3 : pass === "rim" ? 0.85 : 1 },
+            isRim: { value: pass === "rim" },
+        },
+        transparent: true,
+        depthTest: pass !== "ghost",
+        depthWrite: false,
+    });
+}
+
+const corners = [
+    [0, 0],
+    [1, 0],
+    [1, 1],
+    [0, 1],
+] as const;
+
+export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): BufferGeometry {
+    const count = labels.reduce((sum, { characters }) => sum + characters.length, 0);
+    const center = new Float32Array(12 * count);
+    const xAxis = new Float32Array(12 * count);
+    const yAxis = new Float32Array(12 * count);
+    const offset = new Float32Array(8 * count);
+    const uv = new Float32Array(8 * count);
+    const index = new Uint32Array(6 * count);
+    let quad = 0;
+    for (const label of labels) {
+        let start = label.left;
+        for (const character of label.characters) {
+            const glyph = glyphs.of(character);
+            for (let corner = 0; corner < 4; ++corner) {
+                const [cx, cy] = corners[corner]!;
+                const i = 4 * quad + corner;
+                center.set(label.center, 3 * i);
+                xAxis.set(label.x, 3 * i);
+                yAxis.set(label.y, 3 * i);
+                offset[2 * i] = start + (cx * side - base.x) * label.height;
+                offset[2 * i + 1] = label.bottom + (cy * side - base.y) * label.height;
+                uv[2 * i] = glyph.u + cx * cellSize.u;
+                uv[2 * i + 1] = glyph.v + cy * cellSize.v;
+            }
+            index.set([0, 1, 2, 0, 2, 3].map((k) => 4 * quad + k), 6 * quad);
+            start += glyph.advance * label.height;
+            ++quad;
+        }
+    }
+    return new BufferGeometry()
+        .setAttribute("position", new BufferAttribute(center, 3))
+        .setAttribute("center", new BufferAttribute(center, 3))
+        .setAttribute("xAxis", new BufferAttribute(xAxis, 3))
+        .setAttribute("yAxis", new BufferAttribute(yAxis, 3))
+        .setAttribute("offset", new BufferAttribute(offset, 2))
+        .setAttribute("uv", new BufferAttribute(uv, 2))
+        .setIndex(new BufferAttribute(index, 1));
+}

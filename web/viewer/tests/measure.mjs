@@ -1,0 +1,57 @@
+// What the viewer costs: node web/viewer/tests/measure.mjs, on a machine that does nothing else.
+import { browser, Viewer } from "./page.mjs";
+import { block } from "./block.mjs";
+
+const median = (values) => [...values].sort((a, b) => a - b)[Math.floor(values.length / 2)];
+
+/** Diameters in a grid above the block. */
+const many = (count) => ({
+    ...block,
+    annotations: Array.from({ length: count }, (_, i) => ({
+        call: "PMICreateDiameterDim3D",
+        circle: { centre: [12 * (i % 100), 12 * Math.floor(i / 100), 30], normal: [0, 0, 1], radius: 4 },
+        locate: [12 * (i % 100) + 5, 12 * Math.floor(i / 100) + 5, 30],
+        height: 2,
+        finish: { arrow: "fit", gap: 0.7 },
+    })),
+});
+
+const opened = [];
+for (let i = 0; i < 5; ++i) {
+    const viewer = await Viewer.open();
+    opened.push(await viewer.page.evaluate(() => performance.getEntriesByName("first frame")[0].startTime));
+    await viewer.close();
+}
+console.log(`first frame: ${median(opened).toFixed(0)} ms after opening`);
+
+const viewer = await Viewer.open();
+const loading = await viewer.page.evaluate((text) => {
+    const started = performance.now();
+    window.viewer.app.open(text, "many.json");
+    return performance.now() - started;
+}, JSON.stringify(many(10000)));
+console.log(`10,000 annotations: open after ${loading.toFixed(0)} ms`);
+await viewer.close();
+
+/** Milliseconds of script in a frame while the view turns. */
+async function frame(scene) {
+    const viewer = await Viewer.open({ scene });
+    await viewer.rest();
+    const times = await viewer.app((app) => {
+        const list = [];
+        for (let i = 0; i < 60; ++i) {
+            const started = performance.now();
+            app.stage.camera.orbit(3, 1);
+            app.stage.draw();
+            list.push(performance.now() - started);
+        }
+        return list;
+    });
+    await viewer.close();
+    return median(times);
+}
+const alone = await frame(block);
+const full = await frame(many(1000));
+console.log(`a frame: ${alone.toFixed(2)} ms of script alone, ${full.toFixed(2)} ms with 1,000 annotations`);
+
+await browser.close();
