@@ -72,13 +72,8 @@ void offerTorus(const Face& face, std::vector<Offer>& offers) {
             hasSection = true;
         }
     }
-    const Vec3 outwards = face.points.empty()
-                              ? squareTo(face.axis)
-                              : unit(offsetFromLine(middleOf(face.points), face.origin, face.axis));
-    if (!hasSection && norm(outwards) > 0) {
-        const Vec3 centre = face.origin + face.radius * outwards;
-        offers.push_back({fullCircle(centre, unit(cross(face.axis, outwards)), face.minorRadius),
-                          centre, face.hollow});
+    if (!hasSection && face.section.kind == CurveKind::Circle) {
+        offers.push_back({circleOf(face.section), face.section.centre, face.hollow});
     }
     for (const double radius :
          {face.radius, face.radius + face.minorRadius, face.radius - face.minorRadius}) {
