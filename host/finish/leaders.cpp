@@ -53,12 +53,11 @@ double lengthOf(const Ank_Leader& leader) {
         return std::abs(arc->sweep) * arc->radius;
     }
     const std::vector<Vec3> points = straightLeaderOf(leader);
-    double length = 0;
+    double sum = 0;
     for (std::size_t i = 1; i < points.size(); ++i) {
-        const Vec3 step = points[i] - points[i - 1];
-        length += std::sqrt(dot(step, step));
+        sum += length(points[i] - points[i - 1]);
     }
-    return length;
+    return sum;
 }
 
 } // namespace host
