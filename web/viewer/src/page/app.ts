@@ -130,6 +130,7 @@ export class App {
         this.dragging.cancel();
         this.measuring.reset();
         this.showAll_();
+        this.space.fit();
     }
 
     private showAll_(): void {

@@ -16,6 +16,8 @@ export class Workspace {
     readonly changed = new Signal();
     /** The mouse, in pixels of the canvas. */
     mouse: readonly [number, number] = [0, 0];
+    /** Points that a fitted picture shows beside the part. */
+    beside: () => Iterable<Vec> = () => [];
     private document_: Document;
 
     /** @param text the scene that is open first; `opened` does not tell of it */
@@ -53,9 +55,10 @@ export class Workspace {
         this.opened.emit();
     }
 
-    /** Shows the part whole. */
+    /** Shows the part whole, with its annotations. */
     fit(): void {
-        this.stage.camera.look(fitted(this.frame, this.document_.part.outline()));
+        const { part } = this.document_;
+        this.stage.camera.look(fitted(this.frame, part.outline(), this.beside()));
         this.stage.settle();
     }
 
