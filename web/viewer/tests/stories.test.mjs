@@ -207,7 +207,7 @@ story("turning the view moves nothing, and all text stays readable", async (view
 });
 
 story("an annotation that was placed off its plane does not slide away", async (viewer) => {
-    const scene = { ...block, annotations: [{ ...length, locate: [60, -10, 60] }, length] };
+    const scene = { ...block, annotations: [{ ...length, locate: [60, -10, 60] }, { ...length, locate: [60, -90, 20] }] };
     await viewer.choose(scene);
     const [off, on] = await viewer.recipes();
     // Along the line of sight of iso: (1, -1, 1).
@@ -217,6 +217,8 @@ story("an annotation that was placed off its plane does not slide away", async (
     const drawn = await lines();
     await viewer.look("top");
     const turned = await lines();
+    const [, y] = await viewer.textAt(1);
+    assert.ok(y > 200 && y < 370, `the fitted picture has it at ${y}`);
     assert.equal(turned.length, drawn.length);
     turned.forEach((x, i) => assert.ok(Math.abs(x - drawn[i]) < 1e-3));
 });
@@ -383,6 +385,11 @@ story("text is dragged, also in front of the model, undone and done again", asyn
     await viewer.drag(text, over);
     const [moved] = await viewer.recipes();
     assert.ok(moved.locate[1] > 20 && Math.abs(moved.locate[2] - 20) < 1e-9, String(moved.locate));
+    // From where it covers an edge.
+    await viewer.drag(await viewer.textAt(0), await viewer.at([60, 80, 20]));
+    await viewer.page.mouse.move(...(await viewer.at([60, 80, 20])));
+    await viewer.says("Annotation 120.00");
+    await viewer.press("Control+z");
     await viewer.drag(await viewer.textAt(0), await viewer.at([60, -12, 20]));
     const [back] = await viewer.recipes();
     assert.ok(back.locate[1] < -5, String(back.locate));

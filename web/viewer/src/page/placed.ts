@@ -118,6 +118,12 @@ export class Placed {
         return index < 0 ? undefined : index;
     }
 
+    /** Whether the part leaves the text of one to be seen. */
+    isSeen(index: number): boolean {
+        const { document: scene, frame } = this.space_;
+        return this.drawings[index]!.labels.some(({ center }) => scene.part.sees(center, frame));
+    }
+
     /** Lights one in the model and in the list. */
     light(index: number | undefined): void {
         this.lit_ = index;
