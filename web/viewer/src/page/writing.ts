@@ -1,7 +1,7 @@
 // Text as quads of one atlas, one draw call for all of it.
 import { BufferAttribute, BufferGeometry, Color, ShaderMaterial, Vector3 } from "three";
-import type { Label } from "./labels.js";
-import { base, cellSize, type Glyphs, side } from "./glyphs.js";
+import { isUpright, type Label } from "./labels.js";
+import { em, type Glyphs } from "./glyphs.js";
 
 /**
  * The axes of a label as `facing` has them, found for each corner: while the view turns no text is
@@ -12,6 +12,8 @@ attribute vec3 center;
 attribute vec3 xAxis;
 attribute vec3 yAxis;
 attribute vec2 offset;
+attribute float lift;
+uniform vec2 size;
 uniform vec3 right;
 uniform vec3 up;
 uniform vec3 to;
@@ -30,8 +32,8 @@ void main() {
             y = -y;
         }
     }
-    at = uv;
-    gl_Position = projectionMatrix * viewMatrix * vec4(center + offset.x * x + offset.y * y, 1.0);
+    at = vec2(uv.x / size.x, 1.0 - uv.y / size.y);
+    gl_Position = projectionMatrix * viewMatrix * vec4(center + offset.x * x + offset.y * y + lift * to, 1.0);
 }`;
 
 const fragmentShader = `
@@ -67,6 +69,7 @@ export function writingMaterial(
         uniforms: {
             ...viewAxes,
             map: { value: glyphs.texture },
+            size: { value: glyphs.size },
             color: { value: color },
             rim: { value: new Color(0xf8fafc) },
             opacity: { value: pass === "ghost" ? 0.3 : pass === "rim" ? 0.85 : 1 },
@@ -78,12 +81,8 @@ export function writingMaterial(
     });
 }
 
-const corners = [
-    [0, 0],
-    [1, 0],
-    [1, 1],
-    [0, 1],
-] as const;
+/** Of a quad, whose corners run from the lower left, counter-clockwise. */
+const triangles = [0, 1, 2, 0, 2, 3] as const;
 
 export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): BufferGeometry {
     const count = labels.reduce((sum, { characters }) => sum + characters.length, 0);
@@ -91,25 +90,32 @@ export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): Buffe
     const xAxis = new Float32Array(12 * count);
     const yAxis = new Float32Array(12 * count);
     const offset = new Float32Array(8 * count);
+    const lift = new Float32Array(4 * count);
     const uv = new Float32Array(8 * count);
     const index = new Uint32Array(6 * count);
     let quad = 0;
     for (const label of labels) {
         let start = label.left;
+        // What stands upright on a face would else sink into it.
+        const above = isUpright(label) ? label.width + label.height : 0;
         for (const character of label.characters) {
             const glyph = glyphs.of(character);
             for (let corner = 0; corner < 4; ++corner) {
-                const [cx, cy] = corners[corner]!;
+                const right = corner === 1 || corner === 2 ? glyph.right : glyph.left;
+                const up = corner > 1 ? glyph.top : glyph.bottom;
                 const i = 4 * quad + corner;
                 center.set(label.center, 3 * i);
                 xAxis.set(label.x, 3 * i);
                 yAxis.set(label.y, 3 * i);
-                offset[2 * i] = start + (cx * side - base.x) * label.height;
-                offset[2 * i + 1] = label.bottom + (cy * side - base.y) * label.height;
-                uv[2 * i] = glyph.u + cx * cellSize.u;
-                uv[2 * i + 1] = glyph.v + cy * cellSize.v;
+                lift[i] = above;
+                offset[2 * i] = start + right * label.height;
+                offset[2 * i + 1] = label.bottom + up * label.height;
+                uv[2 * i] = glyph.x + right * em;
+                uv[2 * i + 1] = glyph.y - up * em;
             }
-            index.set([0, 1, 2, 0, 2, 3].map((k) => 4 * quad + k), 6 * quad);
+            for (let k = 0; k < 6; ++k) {
+                index[6 * quad + k] = 4 * quad + triangles[k]!;
+            }
             start += glyph.advance * label.height;
             ++quad;
         }
@@ -120,6 +126,7 @@ export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): Buffe
         .setAttribute("xAxis", new BufferAttribute(xAxis, 3))
         .setAttribute("yAxis", new BufferAttribute(yAxis, 3))
         .setAttribute("offset", new BufferAttribute(offset, 2))
+        .setAttribute("lift", new BufferAttribute(lift, 1))
         .setAttribute("uv", new BufferAttribute(uv, 2))
         .setIndex(new BufferAttribute(index, 1));
 }

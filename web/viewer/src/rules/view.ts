@@ -1,4 +1,4 @@
-import { cross, dot, sub, turned, unit, type Vec } from "./vec.js";
+import { cross, dot, size, sub, turned, unit, type Vec } from "./vec.js";
 
 /** How the model is looked at: unit vectors to the right, upwards and towards the viewer. */
 export interface View {
@@ -29,9 +29,15 @@ export function matrixOf({ right, up, to }: View): number[] {
     return [0, 1, 2].flatMap((i) => [right[i]!, up[i]!, to[i]!, 0]).concat([0, 0, 0, 1]);
 }
 
-/** The view of a matrix, of whatever scale and translation. */
+/** The view of a matrix, of whatever scale and translation; that of a view is the same to the last bit. */
 export function viewOfMatrix(m: ArrayLike<number>): View {
-    return viewOf([m[0]!, m[4]!, m[8]!], [m[1]!, m[5]!, m[9]!]);
+    const column = (i: number): Vec => [m[i]!, m[4 + i]!, m[8 + i]!];
+    const given: View = { right: column(0), up: column(1), to: column(2) };
+    const view = viewOf(given.right, given.up);
+    const isView = (["right", "up", "to"] as const).every(
+        (axis) => size(sub(given[axis], view[axis])) < 1e-12,
+    );
+    return isView ? given : view;
 }
 
 /** Turned by a drag: the model follows the mouse, over the poles and on. Angles in radians. */
@@ -86,28 +92,39 @@ export function panned(frame: Frame, dx: number, dy: number): Frame {
     return { ...frame, target: fromScreen(frame.width / 2 - dx, frame.height / 2 - dy, frame) };
 }
 
-/** Shows points whole, with a margin around them. */
-export function fitted(frame: Frame, points: Iterable<Vec>): Frame {
+/** The part of the picture that a part fills, and that it fills with all that stands beside it. */
+const filled = { part: 0.72, all: 0.95 };
+
+/** Shows the points of a part with a margin around them, and what stands beside it. */
+export function fitted(frame: Frame, part: Iterable<Vec>, beside: Iterable<Vec> = []): Frame {
+    const axes = [frame.view.right, frame.view.up, frame.view.to];
     const low = [Infinity, Infinity, Infinity];
     const high = [-Infinity, -Infinity, -Infinity];
-    const axes = [frame.view.right, frame.view.up, frame.view.to];
-    for (const p of points) {
-        axes.forEach((axis, i) => {
-            low[i] = Math.min(low[i]!, dot(p, axis));
-            high[i] = Math.max(high[i]!, dot(p, axis));
-        });
-    }
+    const include = (points: Iterable<Vec>) => {
+        for (const p of points) {
+            axes.forEach((axis, i) => {
+                low[i] = Math.min(low[i]!, dot(p, axis));
+                high[i] = Math.max(high[i]!, dot(p, axis));
+            });
+        }
+    };
+    include(part);
     if (low[0] === Infinity) {
         return frame;
     }
+    for (const i of [0, 1]) {
+        const margin = ((high[i]! - low[i]!) / 2) * (filled.all / filled.part - 1);
+        low[i]! -= margin;
+        high[i]! += margin;
+    }
+    include(beside);
     const centre = axes.map((_, i) => (low[i]! + high[i]!) / 2);
     const target = [0, 1, 2].map((k) =>
         axes.reduce((sum, axis, i) => sum + centre[i]! * axis[k]!, 0),
     ) as unknown as Vec;
-    const shown = 0.72;
     const unitsPerPixel = Math.max(
-        (high[0]! - low[0]!) / (frame.width * shown),
-        (high[1]! - low[1]!) / (frame.height * shown),
+        (high[0]! - low[0]!) / (frame.width * filled.all),
+        (high[1]! - low[1]!) / (frame.height * filled.all),
         1e-6,
     );
     return { ...frame, target, unitsPerPixel };

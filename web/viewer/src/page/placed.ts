@@ -1,0 +1,200 @@
+// The annotations of the scene as they are seen: in the model, and as a list beside it.
+import { type Annotation, toModel } from "dorvale";
+import { isMirrored, runsBackwards } from "../rules/facing.js";
+import { kindOf } from "../rules/kinds.js";
+import type { Plane } from "../rules/planes.js";
+import { moved, type Vec } from "../rules/vec.js";
+import type { View } from "../rules/view.js";
+import { element } from "./dom.js";
+import { type Drawing, drawingOf } from "./drawing.js";
+import { isOn, isUpright } from "./labels.js";
+import { List } from "./list.js";
+import { placeIn, placementOf } from "./placement.js";
+import type { Workspace } from "./workspace.js";
+
+/** From which side an annotation is seen, and whether its text would be upside down there. */
+function facingOf({ plane: m }: Annotation, { labels: [label] }: Drawing, view: View): number {
+    const axes =
+        label === undefined || isUpright(label)
+            ? { x: [m[0]!, m[1]!, m[2]!] as const, y: [m[4]!, m[5]!, m[6]!] as const }
+            : label;
+    return (isMirrored(axes, view) ? 1 : 0) + (runsBackwards(axes.x, view) ? 2 : 0);
+}
+
+export class Placed {
+    /** As they are built for the view. */
+    annotations: readonly Annotation[] = [];
+    drawings: readonly Drawing[] = [];
+    private readonly drawn_ = new WeakMap<Annotation, Drawing>();
+    /** From which side each is read. */
+    private facings_: number[] = [];
+    private lit_: number | undefined;
+    private selected_: number | undefined;
+    private readonly list_: List;
+
+    constructor(private readonly space_: Workspace) {
+        this.list_ = new List(element("list"), element("count"), {
+            hover: (index) => this.light(index),
+            select: (index) => this.select(index),
+            remove: (index) => this.remove(index),
+        });
+        space_.stage.drawing.listen(() => this.turn_());
+        space_.beside = () => this.outline_();
+    }
+
+    /** The one under the cursor. */
+    get lit(): number | undefined {
+        return this.lit_;
+    }
+
+    get selected(): number | undefined {
+        return this.selected_;
+    }
+
+    /** Shows the annotations that the scene has now; none of them is lit or selected. */
+    show(): void {
+        this.lit_ = this.selected_ = undefined;
+        this.build();
+        const { recipes } = this.space_.document;
+        this.list_.show(
+            this.drawings.map(({ text }, i) => ({ value: text, kind: kindOf(recipes[i]!) })),
+        );
+        this.light(undefined);
+    }
+
+    /** Builds them for the view that there is. */
+    build(): void {
+        const { document: scene, stage, view } = this.space_;
+        this.annotations = scene.build(scene.recipes, view);
+        this.drawings = this.annotations.map((annotation) => this.drawing_(annotation));
+        this.facings_ = this.drawings.map((drawing, i) => facingOf(this.annotations[i]!, drawing, view));
+        stage.placed.draw(this.drawings);
+        this.light(this.lit_);
+    }
+
+    /** While the view turns, those that come to be read from another side are built again. */
+    private turn_(): void {
+        const { document: scene, stage, view } = this.space_;
+        const flipped = this.drawings.flatMap((drawing, i) =>
+            facingOf(this.annotations[i]!, drawing, view) === this.facings_[i] ? [] : [i],
+        );
+        if (flipped.length === 0) {
+            return;
+        }
+        const annotations = [...this.annotations];
+        const drawings = [...this.drawings];
+        const recipes = flipped.map((i) => scene.recipes[i]!);
+        scene.build(recipes, view).forEach((annotation, k) => {
+            const i = flipped[k]!;
+            annotations[i] = annotation;
+            drawings[i] = this.drawing_(annotation);
+            this.facings_[i] = facingOf(annotation, drawings[i], view);
+        });
+        this.annotations = annotations;
+        this.drawings = drawings;
+        stage.placed.draw(drawings);
+        this.light(this.lit_);
+    }
+
+    private drawing_(annotation: Annotation): Drawing {
+        const drawing = this.drawn_.get(annotation) ?? drawingOf(annotation, this.space_.stage.glyphs);
+        this.drawn_.set(annotation, drawing);
+        return drawing;
+    }
+
+    /** Leaves one out, which is drawn elsewhere. */
+    hide(index: number): void {
+        const { stage } = this.space_;
+        stage.placed.draw(this.drawings.filter((_, i) => i !== index));
+        stage.lit.clear();
+    }
+
+    /** The one whose text lies under a pixel, the last one drawn first. */
+    at(x: number, y: number): number | undefined {
+        const { frame } = this.space_;
+        const index = this.drawings.findLastIndex(({ labels }) =>
+            labels.some((label) => isOn(label, x, y, frame)),
+        );
+        return index < 0 ? undefined : index;
+    }
+
+    /** Whether the part leaves the text of one to be seen. */
+    isSeen(index: number): boolean {
+        const { document: scene, frame } = this.space_;
+        return this.drawings[index]!.labels.some(({ center }) => scene.part.sees(center, frame));
+    }
+
+    /** Lights one in the model and in the list. */
+    light(index: number | undefined): void {
+        this.lit_ = index;
+        const { stage } = this.space_;
+        const lit = [index, this.selected_].flatMap((i) => {
+            const drawing = i === undefined ? undefined : this.drawings[i];
+            return drawing === undefined ? [] : [drawing];
+        });
+        stage.lit.draw(lit);
+        this.list_.light(index, this.selected_);
+    }
+
+    /** Lights the one under the cursor, and has the list show it. */
+    point(index: number | undefined): void {
+        if (index !== this.lit_) {
+            this.light(index);
+            this.reveal_(index);
+        }
+    }
+
+    select(index: number | undefined): void {
+        this.selected_ = index;
+        this.light(this.lit_);
+        this.reveal_(index);
+    }
+
+    remove(index = this.selected_): void {
+        if (index !== undefined) {
+            this.space_.change(this.space_.document.recipes.filter((_, i) => i !== index));
+        }
+    }
+
+    /** Where one stands now, in the model; undefined for one that cannot be moved. */
+    placeOf(index: number): Vec | undefined {
+        const placement = placementOf(this.space_.document.recipes[index]!);
+        const annotation = this.annotations[index]!;
+        if (placement === undefined) {
+            return undefined;
+        }
+        const place = placement.member === "locate" ? placeIn(annotation) : undefined;
+        return place ?? toModel(annotation).texts[0]?.location;
+    }
+
+    /** The plane that one is moved in: its own, or the screen's for an upright note. */
+    planeOf(index: number, origin: Vec): Plane {
+        const isNote = placementOf(this.space_.document.recipes[index]!)?.member === "text";
+        const m = this.annotations[index]!.plane;
+        return { origin, normal: isNote ? this.space_.view.to : [m[8]!, m[9]!, m[10]!] };
+    }
+
+    /** The ends of lines, and the middles of texts with some room around them. */
+    private *outline_(): Iterable<Vec> {
+        const { right, up } = this.space_.view;
+        for (const { segments, labels } of this.drawings) {
+            for (let i = 0; i < segments.length; i += 3) {
+                yield [segments[i]!, segments[i + 1]!, segments[i + 2]!];
+            }
+            for (const label of labels) {
+                const { center, width, height, left } = label;
+                const middle = isUpright(label) ? moved(center, right, left + width / 2) : center;
+                const across = isUpright(label) ? right : label.x;
+                for (const side of [-1, 1]) {
+                    yield moved(moved(middle, across, (side * width) / 2), up, side * height);
+                }
+            }
+        }
+    }
+
+    private reveal_(index: number | undefined): void {
+        if (index !== undefined) {
+            this.list_.reveal(index);
+        }
+    }
+}
