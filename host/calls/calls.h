@@ -56,6 +56,8 @@ struct CallResult {
     std::vector<LineEdge> callerLines;
 
     void handBack(const char* name, const HandedBack::Value& value) {
+        constexpr std::size_t kMost = 6;
+        others.reserve(kMost);
         others.push_back({name, value});
     }
 };

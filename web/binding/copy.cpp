@@ -22,6 +22,10 @@ extern "C" void* memcpy(void* target, const void* source, std::size_t size) {
     for (; size >= kWord; size -= kWord, to += kWord, from += kWord) {
         copyWord(to, from);
     }
+    if (size >= kWord / 2) {
+        __builtin_memcpy(to, from, kWord / 2);
+        size -= kWord / 2, to += kWord / 2, from += kWord / 2;
+    }
     for (; size > 0; --size) {
         *to++ = *from++;
     }
