@@ -1,8 +1,10 @@
 #include "host/finish/label.h"
 
-#include <functional>
+#include <algorithm>
+#include <array>
 #include <memory>
-#include <variant>
+#include <utility>
+#include <vector>
 
 #include <dorvale/dorvale.h>
 
@@ -83,40 +85,43 @@ std::optional<Field> fieldOf(std::wstring_view inside) {
     return std::nullopt;
 }
 
-/// A part of a label: text, a field, or the place of a mistake.
-struct Mistake {};
-using Part = std::variant<std::wstring, Field, Mistake>;
+/// A part of a label.
+struct Part {
+    enum class Kind { Text, Field, Mistake };
 
-/// Goes through a line from left to right; stops where `take` says false.
-void readLabel(std::wstring_view line, const std::function<bool(const Part&)>& take) {
-    while (!line.empty()) {
-        const std::size_t brace = line.find_first_of(L"{}");
-        const std::size_t textEnd = std::min(brace, line.size());
-        if (textEnd > 0 && !take(std::wstring(line.substr(0, textEnd)))) {
-            return;
-        }
-        line.remove_prefix(textEnd);
-        if (line.empty()) {
-            return;
-        }
-        const bool doubled = line.size() > 1 && line[1] == line[0];
-        const std::size_t close = line.find(L'}');
-        Part part = Mistake{};
-        std::size_t size = 1;
-        if (doubled) {
-            part = std::wstring(line.substr(0, 1));
-            size = 2;
-        } else if (line[0] == L'{' && close != std::wstring_view::npos) {
-            if (const auto field = fieldOf(line.substr(1, close - 1))) {
-                part = *field;
-            }
-            size = close + 1;
-        }
-        if (!take(part)) {
-            return;
-        }
-        line.remove_prefix(size);
+    Kind kind = Kind::Mistake;
+    std::wstring_view text;
+    Field field;
+};
+
+/// The part that begins with a brace, and how long it is.
+std::pair<Part, std::size_t> readBrace(std::wstring_view line) {
+    const std::size_t close = line.find(L'}');
+    if (line.size() > 1 && line[1] == line[0]) {
+        return {{Part::Kind::Text, line.substr(0, 1), {}}, 2};
     }
+    if (line[0] != L'{' || close == std::wstring_view::npos) {
+        return {{}, 1};
+    }
+    const auto field = fieldOf(line.substr(1, close - 1));
+    return {field ? Part{Part::Kind::Field, {}, *field} : Part{}, close + 1};
+}
+
+/// A line's parts, from left to right.
+std::vector<Part> partsOf(std::wstring_view line) {
+    std::vector<Part> parts;
+    while (!line.empty()) {
+        const std::size_t textEnd = std::min(line.find_first_of(L"{}"), line.size());
+        if (textEnd > 0) {
+            parts.push_back({Part::Kind::Text, line.substr(0, textEnd), {}});
+            line.remove_prefix(textEnd);
+        } else {
+            const auto [part, size] = readBrace(line);
+            parts.push_back(part);
+            line.remove_prefix(size);
+        }
+    }
+    return parts;
 }
 
 /// The number in a field's form. The six numbers are those of `CDimSymUitity::SeStrCre`.
@@ -135,44 +140,38 @@ std::wstring textOf(const Field& field, double value) {
 
 } // namespace
 
-std::optional<std::string> mistakeInLabel(std::wstring_view line) {
-    std::optional<std::string> mistake;
-    readLabel(line, [&mistake](const Part& part) {
-        if (std::holds_alternative<Mistake>(part)) {
-            mistake = kFields;
+std::optional<std::string_view> mistakeInLabel(std::wstring_view line) {
+    for (const Part& part : partsOf(line)) {
+        if (part.kind == Part::Kind::Mistake) {
+            return kFields;
         }
-        return !mistake;
-    });
-    return mistake;
+    }
+    return std::nullopt;
 }
 
-std::optional<std::string> misfitOfLabel(std::wstring_view line, Quantity quantity) {
+std::optional<std::string_view> misfitOfLabel(std::wstring_view line, Quantity quantity) {
     if (quantity == Quantity::None) {
         return "there is no value that it could stand in place of";
     }
-    std::optional<std::string> misfit;
-    readLabel(line, [&](const Part& part) {
-        const auto* field = std::get_if<Field>(&part);
-        if (field != nullptr && field->isOfLengths() && quantity == Quantity::Angle) {
-            misfit = "an angle cannot be in inches or feet";
+    for (const Part& part : partsOf(line)) {
+        if (part.field.isOfLengths() && quantity == Quantity::Angle) {
+            return "an angle cannot be in inches or feet";
         }
-        return !misfit;
-    });
-    return misfit;
+    }
+    return std::nullopt;
 }
 
 std::wstring filledLabel(std::wstring_view line, const Measured& measured,
                          const std::wstring& written) {
     std::wstring filled;
-    readLabel(line, [&](const Part& part) {
-        if (const auto* text = std::get_if<std::wstring>(&part)) {
-            filled += *text;
-        } else if (const auto* field = std::get_if<Field>(&part)) {
-            filled +=
-                field->form == Field::Form::Written ? written : textOf(*field, measured.value);
+    for (const Part& part : partsOf(line)) {
+        if (part.kind == Part::Kind::Text) {
+            filled += part.text;
+        } else if (part.kind == Part::Kind::Field) {
+            const bool asWritten = part.field.form == Field::Form::Written;
+            filled += asWritten ? written : textOf(part.field, measured.value);
         }
-        return true;
-    });
+    }
     return filled;
 }
 

@@ -18,10 +18,10 @@
 namespace host {
 
 /// What is wrong with a line of a label, whatever was measured; nothing where it is right.
-std::optional<std::string> mistakeInLabel(std::wstring_view line);
+std::optional<std::string_view> mistakeInLabel(std::wstring_view line);
 
 /// What keeps a line of a label without a mistake from showing this quantity; nothing where it can.
-std::optional<std::string> misfitOfLabel(std::wstring_view line, Quantity quantity);
+std::optional<std::string_view> misfitOfLabel(std::wstring_view line, Quantity quantity);
 
 /// A line with its fields filled in. Lengths are millimetres.
 /// @param written the value text as the call wrote it
