@@ -24,6 +24,21 @@ function drawnByHost(text, view) {
 
 const drawn = (text, view) => drawing.svg(text, view).catch((error) => error.message);
 
+/** The scene, with a dimension on each of its edges where it has none. */
+function dimensioned(text) {
+    const scene = JSON.parse(text);
+    const finish = { arrow: "fit", gap: 1, readable: true };
+    const annotations = (scene.edges ?? []).map(({ type, start, end, centre, normal, radius }) => {
+        const [x, y, z] = start ?? centre;
+        const common = { locate: [x + 30, y + 20, z + 10], height: 3.5, finish };
+        return type === "line"
+            ? { call: "PMICreateParallelDim3D", edge: { type, start, end },
+                reference: { type, start: [0, 0, 0], end: [1, 0, 0] }, ...common }
+            : { call: "PMICreateDiameterDim3D", circle: { centre, normal, radius, type }, ...common };
+    });
+    return scene.annotations.length > 0 ? text : JSON.stringify({ ...scene, annotations });
+}
+
 for (const [what, place, count] of [
     ["the gallery", "host/scenes", 50],
     ["the viewer's samples", "web/viewer/samples", 4],
@@ -32,10 +47,10 @@ for (const [what, place, count] of [
         const names = readdirSync(root + place).filter((name) => name.endsWith(".json"));
         assert.ok(names.length >= count);
         for (const name of names) {
-            const text = read(`${place}/${name}`);
+            const text = dimensioned(read(`${place}/${name}`));
             for (const view of [undefined, "iso", "back"]) {
                 const picture = await drawing.svg(text, view);
-                assert.ok(picture.startsWith("<svg") && picture.includes("<path"), name);
+                assert.ok(picture.startsWith("<svg") && picture.includes('class="annotation"'), name);
                 assert.ok(picture === drawnByHost(text, view), `${name} from ${view ?? "its view"}`);
             }
         }
