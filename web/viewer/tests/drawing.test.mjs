@@ -36,7 +36,7 @@ function dimensioned(text) {
                 reference: { type, start: [0, 0, 0], end: [1, 0, 0] }, ...common }
             : { call: "PMICreateDiameterDim3D", circle: { centre, normal, radius, type }, ...common };
     });
-    return scene.annotations.length > 0 ? text : JSON.stringify({ ...scene, annotations });
+    return (scene.annotations ?? []).length > 0 ? text : JSON.stringify({ ...scene, annotations });
 }
 
 for (const [what, place, count] of [
