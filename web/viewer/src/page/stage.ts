@@ -142,6 +142,27 @@ export class Stage {
         this.frameTimes.splice(0, this.frameTimes.length - 600);
     }
 
+    /** A picture of the part and its annotations, with so many pixels for one of the canvas. */
+    picture(scale: number): HTMLCanvasElement {
+        const passing = [this.lit.group, this.following.group, this.hovered.lines, this.picked.lines];
+        const wereVisible = passing.map(({ visible }) => visible);
+        const ratio = this.renderer_.getPixelRatio();
+        passing.forEach((object) => (object.visible = false));
+        this.renderer_.setPixelRatio(scale);
+        this.draw();
+        const copy = document.createElement("canvas");
+        copy.width = this.canvas_.width;
+        copy.height = this.canvas_.height;
+        const context = copy.getContext("2d")!;
+        context.fillStyle = "#fff";
+        context.fillRect(0, 0, copy.width, copy.height);
+        context.drawImage(this.canvas_, 0, 0);
+        passing.forEach((object, i) => (object.visible = wereVisible[i]!));
+        this.renderer_.setPixelRatio(ratio);
+        this.draw();
+        return copy;
+    }
+
     /** The view has been set, not turned: what depends on it is rebuilt at once. */
     settle(): void {
         this.still();
