@@ -9,6 +9,7 @@ import { handingCommands } from "./handing.js";
 import { listen } from "./mouse.js";
 import { Stage } from "./stage.js";
 import { drafts, Unsaved } from "./unsaved.js";
+import { Values, valuesCommand } from "./values.js";
 
 async function start(): Promise<void> {
     const asked = new URLSearchParams(location.search).get("scene");
@@ -22,6 +23,8 @@ async function start(): Promise<void> {
         app.fail(`?scene=${asked}: there is no such sample; there are ${sampleNames.join(", ")}`);
     }
     app.commands.add(...fileCommands(), ...handingCommands(app));
+    app.commands.add(valuesCommand());
+    new Values(app);
     new Unsaved(app, drafts()).resume(asked === null);
     listen(canvas, app);
     listenToFiles(app);

@@ -8,12 +8,15 @@ import { type Drawing, drawingOf } from "./ink.js";
 import { isOn } from "./labels.js";
 import { List } from "./list.js";
 import { placementOf } from "./placement.js";
+import { Signal } from "./signal.js";
 import type { Workspace } from "./workspace.js";
 
 export class Placed {
     /** As they are built for the view. */
     annotations: readonly Annotation[] = [];
     drawings: readonly Drawing[] = [];
+    /** Another one is selected than before, or none. */
+    readonly selectedOther = new Signal();
     private lit_: number | undefined;
     private selected_: number | undefined;
     private readonly list_: List;
@@ -95,6 +98,7 @@ export class Placed {
     select(index: number | undefined): void {
         this.selected_ = index;
         this.light(this.lit_);
+        this.selectedOther.emit();
         this.reveal_(index);
     }
 

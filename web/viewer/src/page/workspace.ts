@@ -20,6 +20,8 @@ export class Workspace {
     readonly saved = new Signal();
     /** The mouse, in pixels of the canvas. */
     mouse: readonly [number, number] = [0, 0];
+    /** How new annotations are written. */
+    dress: (recipe: Recipe) => Recipe = (recipe) => recipe;
     private document_: Document;
 
     /** A text and a name: the scene that is open first. `opened` does not tell of it. */
