@@ -19,6 +19,10 @@ export interface Label {
 }
 
 const none: Vec = [0, 0, 0];
+
+/** Whether it stands parallel to the screen. */
+export const isUpright = ({ x }: Label): boolean => x === none;
+
 /** The middle of capital letters above the base line, in em. */
 const middle = 0.36;
 
@@ -54,8 +58,7 @@ const margin = 3;
 /** Whether a pixel lies on a label. */
 export function isOn(label: Label, x: number, y: number, frame: Frame): boolean {
     const { view } = frame;
-    const isUpright = label.x === none;
-    const axes = isUpright ? { x: view.right, y: view.up } : facing(label, view);
+    const axes = isUpright(label) ? { x: view.right, y: view.up } : facing(label, view);
     const corner = (u: number, v: number) =>
         toScreen(moved(moved(label.center, axes.x, u), axes.y, v), frame);
     const border = margin * frame.unitsPerPixel;

@@ -5,7 +5,7 @@ import { placeOn } from "../rules/place.js";
 import type { Vec } from "../rules/vec.js";
 import { fitted, type Frame, fromScreen, type View } from "../rules/view.js";
 import { Document } from "./document.js";
-import { type Drawing, drawingOf } from "./ink.js";
+import { type Drawing, drawingOf } from "./drawing.js";
 import { Signal } from "./signal.js";
 import type { Stage } from "./stage.js";
 
