@@ -155,11 +155,15 @@ void readLabel(std::wstring_view line, const std::function<bool(const Part&)>& t
 
 /// An angle of at least 0 in degrees, minutes and seconds.
 std::wstring sexagesimal(double degrees) {
-    constexpr long long kParts = 60;
-    const std::wstring seconds = ValueText::of(degrees * kParts * kParts, {1, 1, 1, 1, 0, 0});
-    const long long all = seconds.empty() ? 0 : std::stoll(seconds);
-    return std::to_wstring(all / (kParts * kParts)) + L"\u00B0 " +
-           std::to_wstring(all / kParts % kParts) + L"' " + std::to_wstring(all % kParts) + L'"';
+    constexpr int kParts = 60;
+    constexpr std::array<int, 6> kWhole{1, 1, 1, 1, 0, 0};
+    int seconds = 0;
+    for (const wchar_t digit : ValueText::of(degrees * kParts * kParts, kWhole)) {
+        seconds = 10 * seconds + (digit - L'0');
+    }
+    return ValueText::of(seconds / (kParts * kParts), kWhole) + L"\u00B0 " +
+           ValueText::of(seconds / kParts % kParts, kWhole) + L"' " +
+           ValueText::of(seconds % kParts, kWhole) + L'"';
 }
 
 /// The number in a field's form. The six numbers are those of `CDimSymUitity::SeStrCre`.

@@ -64,6 +64,8 @@ const placesOf = (value: string): number | null => (value === "" ? null : Number
 
 export class Values {
     private style_ = usual;
+    /** Whether the annotations are being changed from here. */
+    private isChanging_ = false;
     private readonly unit_ = element<HTMLSelectElement>("unit");
     private readonly places_ = element<HTMLSelectElement>("places");
     private readonly angle_ = element<HTMLSelectElement>("angle");
@@ -135,6 +137,9 @@ export class Values {
 
     /** What all annotations have in common is what new ones get. */
     private take_(): void {
+        if (this.isChanging_) {
+            return;
+        }
         const { recipes } = this.app_.space.document;
         this.style_ = {
             ...this.style_,
@@ -180,7 +185,9 @@ export class Values {
         }
         const next = recipes.map((recipe, i) => (selected === undefined || i === selected ? change(recipe) : recipe));
         if (next.some((recipe, i) => recipe !== recipes[i])) {
+            this.isChanging_ = true;
             space.change(next);
+            this.isChanging_ = false;
         }
         if (selected !== undefined) {
             placed.select(selected);

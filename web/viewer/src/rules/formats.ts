@@ -111,51 +111,48 @@ function linesOf(recipe: Recipe): readonly string[] {
     return label === undefined ? ["{}"] : typeof label === "string" ? [label] : label;
 }
 
-/** The line of a label that shows the value, taken apart. */
+/** The line of a label that shows the value, taken apart; undefined where there is none. */
 function partsOf(recipe: Recipe, subject: Subject) {
     const lines = linesOf(recipe);
     const line = lines.findIndex((text) => firstField.test(text));
     const [, before = "", field = "", behind = ""] = firstField.exec(lines[line] ?? "") ?? [];
     const measure = line < 0 ? undefined : measureOf(field, subject);
-    return measure && { lines, line, before, behind, field, measure };
+    if (measure === undefined) {
+        return undefined;
+    }
+    const { mark } = units[measure.unit];
+    const symbol = field === asWritten && subject.isWritten ? "" : subject.symbol;
+    const hasMark = field !== asWritten && behind.startsWith(mark);
+    const format: Format = {
+        ...measure,
+        prefix: unescaped(before.endsWith(symbol) ? before.slice(0, before.length - symbol.length) : before),
+        suffix: unescaped(hasMark ? behind.slice(mark.length) : behind),
+    };
+    return { lines, line, format };
 }
 
 /** How an annotation writes its value; undefined for one that shows none. */
 export function formatOf(recipe: Recipe): Format | undefined {
     const subject = subjectOf(recipe);
-    const parts = subject && partsOf(recipe, subject);
-    if (parts === undefined) {
-        return undefined;
-    }
-    const { before, behind, field, measure } = parts;
-    const { mark } = units[measure.unit];
-    const symbol = field === asWritten && subject!.isWritten ? "" : subject!.symbol;
-    const hasMark = field !== asWritten && behind.startsWith(mark);
-    return {
-        ...measure,
-        prefix: unescaped(before.endsWith(symbol) ? before.slice(0, before.length - symbol.length) : before),
-        suffix: unescaped(hasMark ? behind.slice(mark.length) : behind),
-    };
+    return subject && partsOf(recipe, subject)?.format;
 }
 
 /** The same annotation with its value in another form; other lines of its label stay. */
 export function withFormat(recipe: Recipe, change: Partial<Format>): Recipe {
     const subject = subjectOf(recipe);
     const parts = subject && partsOf(recipe, subject);
-    const old = formatOf(recipe);
-    if (subject === undefined || parts === undefined || old === undefined) {
+    if (subject === undefined || parts === undefined) {
         return recipe;
     }
-    const { unit, places, prefix, suffix } = { ...old, ...change };
+    const { unit, places, prefix, suffix } = { ...parts.format, ...change };
     const rule = units[unit];
     const isAsWritten = places === null && rule.places.length > 1;
     const symbol = isAsWritten && subject.isWritten ? "" : subject.symbol;
     const field = isAsWritten ? asWritten : rule.field(places ?? 0);
     const mark = isAsWritten ? "" : rule.mark;
     const text = `${escaped(prefix)}${symbol}{${field}}${mark}${escaped(suffix)}`;
-    const lines = parts.lines.with(parts.line, text);
+    const label = parts.lines.length > 1 ? parts.lines.with(parts.line, text) : text;
     const { label: _, ...others } = (membersOf(recipe)["finish"] ?? {}) as Members;
-    const label = lines.length > 1 ? lines : text;
     const finish = label === "{}" ? others : { ...others, label };
     return { ...membersOf(recipe), finish } as unknown as Recipe;
 }
