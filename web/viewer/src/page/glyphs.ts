@@ -18,6 +18,9 @@ export const side = cell / em;
 /** Where the base line and the start of the character stand in its quad, in em from the bottom left. */
 export const base = { x: (cell - em) / 2 / em, y: 20 / em };
 
+/** Stands for a place that is white all over. */
+export const solid = "\uE000";
+
 /** Every character that was asked for, drawn once: white on a black rim. It grows when it is full. */
 export class Glyphs {
     readonly texture: CanvasTexture;
@@ -55,12 +58,18 @@ export class Glyphs {
         context.rect(x, y, cell, cell);
         context.clip();
         context.clearRect(x, y, cell, cell);
+        if (character === solid) {
+            context.fillStyle = "#fff";
+            context.fillRect(x, y, cell, cell);
+        }
         const [startX, baseY] = [x + base.x * em, y + cell - base.y * em];
-        context.lineWidth = 7;
-        context.strokeStyle = "#000";
-        context.strokeText(character, startX, baseY);
-        context.fillStyle = "#fff";
-        context.fillText(character, startX, baseY);
+        if (character !== solid) {
+            context.lineWidth = 7;
+            context.strokeStyle = "#000";
+            context.strokeText(character, startX, baseY);
+            context.fillStyle = "#fff";
+            context.fillText(character, startX, baseY);
+        }
         const advance = context.measureText(character).width / em;
         context.restore();
         this.texture.needsUpdate = true;

@@ -1,7 +1,7 @@
 // Text as quads of one atlas, one draw call for all of it.
 import { BufferAttribute, BufferGeometry, Color, ShaderMaterial, Vector3 } from "three";
-import type { Label } from "./labels.js";
-import { base, cell, type Glyphs, side } from "./glyphs.js";
+import type { Box, Label } from "./labels.js";
+import { base, cell, type Glyphs, side, solid } from "./glyphs.js";
 
 /**
  * The axes of a label as `facing` has them, found for each corner: while the view turns no text is
@@ -90,8 +90,24 @@ const corners = [
 /** Of a quad. */
 const triangles = [0, 1, 2, 0, 2, 3] as const;
 
+/** Of a frame, in em. */
+const barWidth = 0.07;
+
+/** The four sides of a frame. */
+function barsOf({ left, bottom, width, height }: Box, thick: number): Box[] {
+    return [
+        { left, bottom, width, height: thick },
+        { left, bottom: bottom + height - thick, width, height: thick },
+        { left, bottom, width: thick, height },
+        { left: left + width - thick, bottom, width: thick, height },
+    ];
+}
+
 export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): BufferGeometry {
-    const count = labels.reduce((sum, { characters }) => sum + characters.length, 0);
+    const count = labels.reduce(
+        (sum, { characters, frame }) => sum + characters.length + (frame ? 4 : 0),
+        0,
+    );
     const center = new Float32Array(12 * count);
     const xAxis = new Float32Array(12 * count);
     const yAxis = new Float32Array(12 * count);
@@ -99,26 +115,36 @@ export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): Buffe
     const uv = new Float32Array(8 * count);
     const index = new Uint32Array(6 * count);
     let quad = 0;
+    const add = (label: Label, { left, bottom, width, height }: Box, u: number, v: number, side: number) => {
+        for (let corner = 0; corner < 4; ++corner) {
+            const [cx, cy] = corners[corner]!;
+            const i = 4 * quad + corner;
+            center.set(label.center, 3 * i);
+            xAxis.set(label.x, 3 * i);
+            yAxis.set(label.y, 3 * i);
+            offset[2 * i] = left + cx * width;
+            offset[2 * i + 1] = bottom + cy * height;
+            uv[2 * i] = u + cx * side;
+            uv[2 * i + 1] = v - cy * side;
+        }
+        for (let k = 0; k < 6; ++k) {
+            index[6 * quad + k] = 4 * quad + triangles[k]!;
+        }
+        ++quad;
+    };
     for (const label of labels) {
-        let start = label.left;
-        for (const character of label.characters) {
+        const { characters, frame, height: em } = label;
+        const size = side * em;
+        let left = label.left - base.x * em;
+        const bottom = label.bottom - base.y * em;
+        for (const character of characters) {
             const glyph = glyphs.of(character);
-            for (let corner = 0; corner < 4; ++corner) {
-                const [cx, cy] = corners[corner]!;
-                const i = 4 * quad + corner;
-                center.set(label.center, 3 * i);
-                xAxis.set(label.x, 3 * i);
-                yAxis.set(label.y, 3 * i);
-                offset[2 * i] = start + (cx * side - base.x) * label.height;
-                offset[2 * i + 1] = label.bottom + (cy * side - base.y) * label.height;
-                uv[2 * i] = glyph.x + cx * cell;
-                uv[2 * i + 1] = glyph.y - cy * cell;
-            }
-            for (let k = 0; k < 6; ++k) {
-                index[6 * quad + k] = 4 * quad + triangles[k]!;
-            }
-            start += glyph.advance * label.height;
-            ++quad;
+            add(label, { left, bottom, width: size, height: size }, glyph.x, glyph.y, cell);
+            left += glyph.advance * em;
+        }
+        if (frame !== undefined) {
+            const { x, y } = glyphs.of(solid);
+            barsOf(frame, barWidth * em).forEach((bar) => add(label, bar, x + cell / 2, y - cell / 2, 0));
         }
     }
     return new BufferGeometry()
