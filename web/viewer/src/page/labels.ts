@@ -83,6 +83,16 @@ export function framed(labels: readonly Label[]): Label[] {
     return [{ ...first, frame }, ...others];
 }
 
+/** The pixel in the middle of a label. */
+export function middleOf(label: Label, frame: Frame): readonly [number, number] {
+    const { view } = frame;
+    const axes = isUpright(label) ? { x: view.right, y: view.up } : facing(label, view);
+    const u = label.left + label.width / 2;
+    const v = label.bottom + middle * label.height;
+    const [x, y] = toScreen(moved(moved(label.center, axes.x, u), axes.y, v), frame);
+    return [x, y];
+}
+
 /** How many pixels around a text belong to it. */
 const margin = 3;
 

@@ -6,8 +6,11 @@ import { App } from "./app.js";
 import { element } from "./dom.js";
 import { fileCommands, listenToFiles, sampleNames, sampleText } from "./files.js";
 import { handingCommands } from "./handing.js";
+import { helpCommand } from "./help.js";
+import { keyboardCommands } from "./keyboard.js";
 import { listen } from "./mouse.js";
 import { Stage } from "./stage.js";
+import { themeCommand } from "./theme.js";
 import { drafts, Unsaved } from "./unsaved.js";
 import { Values, valuesCommand } from "./values.js";
 
@@ -23,7 +26,7 @@ async function start(): Promise<void> {
         app.fail(`?scene=${asked}: there is no such sample; there are ${sampleNames.join(", ")}`);
     }
     app.commands.add(...fileCommands(), ...handingCommands(app));
-    app.commands.add(valuesCommand());
+    app.commands.add(valuesCommand(), ...keyboardCommands(app), themeCommand(stage), helpCommand(app.commands));
     new Values(app);
     new Unsaved(app, drafts()).resume(asked === null);
     listen(canvas, app);

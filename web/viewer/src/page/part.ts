@@ -110,6 +110,12 @@ const faceMaterial = new MeshLambertMaterial({
 });
 const edgeMaterial = new LineBasicMaterial({ color: 0x2b3642 });
 
+/** The colours of faces and edges, of every part. */
+export function paintPart(faces: number, edges: number): void {
+    faceMaterial.color.set(faces);
+    edgeMaterial.color.set(edges);
+}
+
 function segmentsOf({ edges }: Pickable): BufferGeometry {
     const points = edges.flatMap(({ through }) =>
         through.slice(1).flatMap((p, i) => [...through[i]!, ...p]),

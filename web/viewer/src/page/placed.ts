@@ -7,7 +7,7 @@ import type { Vec } from "../rules/vec.js";
 import type { View } from "../rules/view.js";
 import { element } from "./dom.js";
 import { type Drawing, drawingOf } from "./drawing.js";
-import { isOn, isUpright } from "./labels.js";
+import { isOn, isUpright, middleOf } from "./labels.js";
 import { List } from "./list.js";
 import { placeIn, placementOf } from "./placement.js";
 import { Signal } from "./signal.js";
@@ -150,6 +150,12 @@ export class Placed {
         if (index !== undefined) {
             this.space_.change(this.space_.document.recipes.filter((_, i) => i !== index));
         }
+    }
+
+    /** The pixel in the middle of one's text; undefined where it shows none. */
+    pixelOf(index: number): readonly [number, number] | undefined {
+        const label = this.drawings[index]?.labels[0];
+        return label && middleOf(label, this.space_.frame);
     }
 
     /** Where one stands now, in the model; undefined for one that cannot be moved. */

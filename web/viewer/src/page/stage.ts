@@ -27,6 +27,7 @@ const markerSize = 5;
 /** A thick line over a thing that is pointed at or picked. */
 class Marker {
     readonly lines: LineSegments2;
+    private readonly material_: LineMaterial;
     private thing_: Thing | undefined;
 
     /** @param changed_ is called when something else is to be seen */
@@ -34,11 +35,15 @@ class Marker {
         color: number,
         private readonly changed_: () => void,
     ) {
-        const material = new LineMaterial({ color, linewidth: 3.5, depthTest: false });
-        this.lines = new LineSegments2(new LineSegmentsGeometry(), material);
+        this.material_ = new LineMaterial({ color, linewidth: 3.5, depthTest: false });
+        this.lines = new LineSegments2(new LineSegmentsGeometry(), this.material_);
         this.lines.renderOrder = 8;
         this.lines.frustumCulled = false;
         this.lines.visible = false;
+    }
+
+    paint(color: number): void {
+        this.material_.color.set(color);
     }
 
     show(thing: Thing | undefined): void {
@@ -87,6 +92,8 @@ export class Stage {
     readonly picked = new Marker(0x0b62c4, () => this.invalidate());
     /** A frame is about to be drawn. */
     readonly drawing = new Signal();
+    /** A picture has been drawn, and can be copied from the canvas. */
+    readonly drawn = new Signal();
     /** The view has stopped, or was set: what depends on it is to be built again. */
     readonly stopped = new Signal();
     /** Milliseconds of script in the last frames, the rasteriser's among them. */
@@ -150,6 +157,7 @@ export class Stage {
         viewAxes.up.value.set(...view.up);
         viewAxes.to.value.set(...view.to);
         this.renderer_.render(this.space_, camera.three);
+        this.drawn.emit();
         this.frameTimes.push(performance.now() - started);
         this.frameTimes.splice(0, this.frameTimes.length - 600);
     }
@@ -166,7 +174,7 @@ export class Stage {
         copy.width = this.canvas_.width;
         copy.height = this.canvas_.height;
         const context = copy.getContext("2d")!;
-        context.fillStyle = "#fff";
+        context.fillStyle = getComputedStyle(this.canvas_).getPropertyValue("--paper");
         context.fillRect(0, 0, copy.width, copy.height);
         context.drawImage(this.canvas_, 0, 0);
         passing.forEach((object, i) => (object.visible = wereVisible[i]!));

@@ -1,0 +1,51 @@
+// A sheet with all keys, made from the commands, and what mouse and fingers do.
+import type { Command, Commands } from "./commands.js";
+import { element } from "./dom.js";
+
+const gestures = [
+    ["drag", "turn; with Alt roll, with Shift or the right button move"],
+    ["wheel", "zoom to the cursor"],
+    ["click", "pick a thing, then place the dimension"],
+    ["drag a text", "move it"],
+    ["one finger", "turn; on a text: move it"],
+    ["two fingers", "move and zoom"],
+    ["hold", "a lens, to point exactly; let go to pick"],
+] as const;
+
+/** Keys as they are written on keyboards. */
+const keyName = (key: string): string =>
+    key.replace(/Arrow(\w+)/, (_, way: string) => ({ Left: "←", Right: "→", Up: "↑", Down: "↓" })[way] ?? way)
+        .replace(/ $/, "Space");
+
+function row(key: string, label: string): HTMLElement[] {
+    const term = document.createElement("dt");
+    const told = document.createElement("dd");
+    term.textContent = key;
+    told.textContent = label;
+    return [term, told];
+}
+
+export function helpCommand(commands: Commands): Command {
+    const sheet = element<HTMLDialogElement>("help");
+    element("close-help").addEventListener("click", () => sheet.close());
+    sheet.addEventListener("click", (event) => {
+        if (event.target === sheet) {
+            sheet.close();
+        }
+    });
+    return {
+        name: "show-help",
+        label: "All keys",
+        keys: ["?", "F1"],
+        face: "Keys",
+        bar: "page",
+        run: () => {
+            const keys = commands.table.flatMap(({ keys: list = [], label }) =>
+                list.length === 0 ? [] : row(list.map(keyName).join(" or "), label),
+            );
+            element("help-keys").replaceChildren(...keys);
+            element("help-gestures").replaceChildren(...gestures.flatMap(([how, what]) => row(how, what)));
+            sheet.showModal();
+        },
+    };
+}
