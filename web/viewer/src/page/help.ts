@@ -40,10 +40,15 @@ export function helpCommand(commands: Commands): Command {
         face: "Keys",
         bar: "page",
         run: () => {
-            const keys = commands.table.flatMap(({ keys: list = [], label }) =>
-                list.length === 0 ? [] : row(list.map(keyName).join(" or "), label),
-            );
-            element("help-keys").replaceChildren(...keys);
+            // Commands that differ in a direction have one line.
+            const byLabel = new Map<string, string[]>();
+            for (const { keys = [], label } of commands.table) {
+                if (keys.length > 0) {
+                    byLabel.set(label, [...(byLabel.get(label) ?? []), keys.map(keyName).join(" or ")]);
+                }
+            }
+            const rows = [...byLabel].flatMap(([label, keys]) => row(keys.join(", "), label));
+            element("help-keys").replaceChildren(...rows);
             element("help-gestures").replaceChildren(...gestures.flatMap(([how, what]) => row(how, what)));
             sheet.showModal();
         },

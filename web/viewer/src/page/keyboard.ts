@@ -13,10 +13,10 @@ const shift = 40;
 const zoomStep = 1.25;
 
 const arrows = [
-    ["ArrowLeft", "to the left", -1, 0],
-    ["ArrowRight", "to the right", 1, 0],
-    ["ArrowUp", "upwards", 0, -1],
-    ["ArrowDown", "downwards", 0, 1],
+    ["ArrowLeft", -1, 0],
+    ["ArrowRight", 1, 0],
+    ["ArrowUp", 0, -1],
+    ["ArrowDown", 0, 1],
 ] as const;
 
 /** The cursor of the keys: a cross that shows where the mouse would be. */
@@ -88,11 +88,11 @@ export function keyboardCommands(app: App): Command[] {
         }
     };
 
-    const moves = arrows.flatMap(([key, where, dx, dy]): Command[] => [
-        { name: `cursor-${key}`, label: `Move the cursor ${where}`, keys: [key], run: () => cursor.by(far * dx, far * dy), isEnabled: isOnPart },
-        { name: `fine-${key}`, label: `Move it ${where} by a pixel`, keys: [`Shift+${key}`], run: () => cursor.by(near * dx, near * dy), isEnabled: isOnPart },
-        { name: `turn-${key}`, label: `Turn the part ${where}`, keys: [`Ctrl+${key}`], run: () => camera.orbit(turn * dx, turn * dy), isEnabled: isOnPart },
-        { name: `shift-${key}`, label: `Move the part ${where}`, keys: [`Alt+${key}`], run: () => camera.pan(shift * dx, shift * dy), isEnabled: isOnPart },
+    const moves = arrows.flatMap(([key, dx, dy]): Command[] => [
+        { name: `cursor-${key}`, label: "Move the cursor", keys: [key], run: () => cursor.by(far * dx, far * dy), isEnabled: isOnPart },
+        { name: `fine-${key}`, label: "Move the cursor by a pixel", keys: [`Shift+${key}`], run: () => cursor.by(near * dx, near * dy), isEnabled: isOnPart },
+        { name: `turn-${key}`, label: "Turn the part", keys: [`Ctrl+${key}`], run: () => camera.orbit(turn * dx, turn * dy), isEnabled: isOnPart },
+        { name: `shift-${key}`, label: "Move the part", keys: [`Alt+${key}`], run: () => camera.pan(shift * dx, shift * dy), isEnabled: isOnPart },
     ]);
     const zoom = (factor: number) => camera.zoom(...cursor.place, factor);
     return [
@@ -103,7 +103,7 @@ export function keyboardCommands(app: App): Command[] {
         ...moves,
         { name: "zoom-in", label: "Zoom in", keys: ["+"], run: () => zoom(1 / zoomStep) },
         { name: "zoom-out", label: "Zoom out", keys: ["-"], run: () => zoom(zoomStep) },
-        { name: "roll-left", label: "Roll to the left", keys: ["["], run: () => camera.roll(Math.PI / 12) },
-        { name: "roll-right", label: "Roll to the right", keys: ["]"], run: () => camera.roll(-Math.PI / 12) },
+        { name: "roll-left", label: "Roll the part", keys: ["["], run: () => camera.roll(Math.PI / 12) },
+        { name: "roll-right", label: "Roll the part", keys: ["]"], run: () => camera.roll(-Math.PI / 12) },
     ];
 }

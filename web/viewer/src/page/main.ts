@@ -9,6 +9,7 @@ import { handingCommands } from "./handing.js";
 import { helpCommand } from "./help.js";
 import { keyboardCommands } from "./keyboard.js";
 import { listen } from "./mouse.js";
+import { sectionCommand, Sectioning } from "./sectioning.js";
 import { Stage } from "./stage.js";
 import { themeCommand } from "./theme.js";
 import { drafts, Unsaved } from "./unsaved.js";
@@ -26,7 +27,7 @@ async function start(): Promise<void> {
         app.fail(`?scene=${asked}: there is no such sample; there are ${sampleNames.join(", ")}`);
     }
     app.commands.add(...fileCommands(), ...handingCommands(app));
-    app.commands.add(valuesCommand(), ...keyboardCommands(app), themeCommand(stage), helpCommand(app.commands));
+    app.commands.add(sectionCommand(new Sectioning(app)), valuesCommand(), ...keyboardCommands(app), themeCommand(stage), helpCommand(app.commands));
     new Values(app);
     new Unsaved(app, drafts()).resume(asked === null);
     listen(canvas, app);

@@ -106,7 +106,8 @@ export class Stage {
     private rest_: ReturnType<typeof setTimeout> | undefined;
 
     constructor(private readonly canvas_: HTMLCanvasElement) {
-        this.renderer_ = new WebGLRenderer({ canvas: canvas_, antialias: true, alpha: true });
+        this.renderer_ = new WebGLRenderer({ canvas: canvas_, antialias: true, alpha: true, stencil: true });
+        this.renderer_.localClippingEnabled = true;
         this.renderer_.outputColorSpace = SRGBColorSpace;
         this.renderer_.setPixelRatio(Math.min(2, devicePixelRatio));
         const light = new DirectionalLight(0xffffff, 2.1);
