@@ -13,12 +13,13 @@ import { placeIn, placementOf } from "./placement.js";
 import { Signal } from "./signal.js";
 import type { Workspace } from "./workspace.js";
 
-/** From which side the text is read, and whether it would be upside down. */
-function facingOf({ labels: [label] }: Drawing, view: View): number {
-    if (label === undefined || isUpright(label)) {
-        return 0;
-    }
-    return (isMirrored(label, view) ? 1 : 0) + (runsBackwards(label.x, view) ? 2 : 0);
+/** From which side an annotation is seen, and whether its text would be upside down there. */
+function facingOf({ plane: m }: Annotation, { labels: [label] }: Drawing, view: View): number {
+    const axes =
+        label === undefined || isUpright(label)
+            ? { x: [m[0]!, m[1]!, m[2]!] as const, y: [m[4]!, m[5]!, m[6]!] as const }
+            : label;
+    return (isMirrored(axes, view) ? 1 : 0) + (runsBackwards(axes.x, view) ? 2 : 0);
 }
 
 export class Placed {
@@ -68,7 +69,7 @@ export class Placed {
         const { document: scene, stage, view } = this.space_;
         this.annotations = scene.build(scene.recipes, view);
         this.drawings = this.annotations.map((annotation) => this.drawing_(annotation));
-        this.facings_ = this.drawings.map((drawing) => facingOf(drawing, view));
+        this.facings_ = this.drawings.map((drawing, i) => facingOf(this.annotations[i]!, drawing, view));
         stage.placed.draw(this.drawings);
         this.light(this.lit_);
     }
@@ -77,7 +78,7 @@ export class Placed {
     private turn_(): void {
         const { document: scene, stage, view } = this.space_;
         const flipped = this.drawings.flatMap((drawing, i) =>
-            facingOf(drawing, view) === this.facings_[i] ? [] : [i],
+            facingOf(this.annotations[i]!, drawing, view) === this.facings_[i] ? [] : [i],
         );
         if (flipped.length === 0) {
             return;
@@ -89,7 +90,7 @@ export class Placed {
             const i = flipped[k]!;
             annotations[i] = annotation;
             drawings[i] = this.drawing_(annotation);
-            this.facings_[i] = facingOf(drawings[i], view);
+            this.facings_[i] = facingOf(annotation, drawings[i], view);
         });
         this.annotations = annotations;
         this.drawings = drawings;

@@ -1,7 +1,7 @@
 // Text as quads of one atlas, one draw call for all of it.
 import { BufferAttribute, BufferGeometry, Color, ShaderMaterial, Vector3 } from "three";
 import type { Box, Label } from "./labels.js";
-import { base, cell, type Glyphs, side, solid } from "./glyphs.js";
+import { em, type Glyph, type Glyphs, solid } from "./glyphs.js";
 
 /**
  * The axes of a label as `facing` has them, found for each corner: while the view turns no text is
@@ -80,18 +80,14 @@ export function writingMaterial(
     });
 }
 
-const corners = [
-    [0, 0],
-    [1, 0],
-    [1, 1],
-    [0, 1],
-] as const;
-
-/** Of a quad. */
+/** Of a quad, whose corners run from the lower left, counter-clockwise. */
 const triangles = [0, 1, 2, 0, 2, 3] as const;
 
 /** Of a frame, in em. */
 const barWidth = 0.07;
+
+/** One place of a glyph. */
+const spot: Box = { left: 0, bottom: 0, width: 0, height: 0 };
 
 /** The four sides of a frame. */
 function barsOf({ left, bottom, width, height }: Box, thick: number): Box[] {
@@ -115,17 +111,19 @@ export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): Buffe
     const uv = new Float32Array(8 * count);
     const index = new Uint32Array(6 * count);
     let quad = 0;
-    const add = (label: Label, { left, bottom, width, height }: Box, u: number, v: number, side: number) => {
+    /** A quad at a place in its label, of so large a part of a glyph: all of it, or its middle. */
+    const add = (label: Label, { left, bottom, width, height }: Box, { x, y }: Glyph, ofGlyph: Box) => {
         for (let corner = 0; corner < 4; ++corner) {
-            const [cx, cy] = corners[corner]!;
+            const right = corner === 1 || corner === 2 ? 1 : 0;
+            const up = corner > 1 ? 1 : 0;
             const i = 4 * quad + corner;
             center.set(label.center, 3 * i);
             xAxis.set(label.x, 3 * i);
             yAxis.set(label.y, 3 * i);
-            offset[2 * i] = left + cx * width;
-            offset[2 * i + 1] = bottom + cy * height;
-            uv[2 * i] = u + cx * side;
-            uv[2 * i + 1] = v - cy * side;
+            offset[2 * i] = left + right * width;
+            offset[2 * i + 1] = bottom + up * height;
+            uv[2 * i] = x + (ofGlyph.left + right * ofGlyph.width) * em;
+            uv[2 * i + 1] = y - (ofGlyph.bottom + up * ofGlyph.height) * em;
         }
         for (let k = 0; k < 6; ++k) {
             index[6 * quad + k] = 4 * quad + triangles[k]!;
@@ -133,18 +131,24 @@ export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): Buffe
         ++quad;
     };
     for (const label of labels) {
-        const { characters, frame, height: em } = label;
-        const size = side * em;
-        let left = label.left - base.x * em;
-        const bottom = label.bottom - base.y * em;
-        for (const character of characters) {
+        const { height } = label;
+        let start = label.left;
+        for (const character of label.characters) {
             const glyph = glyphs.of(character);
-            add(label, { left, bottom, width: size, height: size }, glyph.x, glyph.y, cell);
-            left += glyph.advance * em;
+            const { left, bottom, right, top } = glyph;
+            const whole = { left, bottom, width: right - left, height: top - bottom };
+            const place = {
+                left: start + left * height,
+                bottom: label.bottom + bottom * height,
+                width: whole.width * height,
+                height: whole.height * height,
+            };
+            add(label, place, glyph, whole);
+            start += glyph.advance * height;
         }
-        if (frame !== undefined) {
-            const { x, y } = glyphs.of(solid);
-            barsOf(frame, barWidth * em).forEach((bar) => add(label, bar, x + cell / 2, y - cell / 2, 0));
+        if (label.frame !== undefined) {
+            const white = glyphs.of(solid);
+            barsOf(label.frame, barWidth * height).forEach((bar) => add(label, bar, white, spot));
         }
     }
     return new BufferGeometry()
