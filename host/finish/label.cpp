@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <numbers>
+#include <numeric>
 #include <variant>
 
 #include <dorvale/dorvale.h>
@@ -15,8 +16,8 @@ constexpr double kInch = 25.4;
 constexpr double kDegreesOfRadian = 180 / std::numbers::pi;
 
 constexpr const char* kFields =
-    "expected {}, {.0} to {.9}, {.0in} to {.9in}, {/2in} to {/1000in}, {ft}, {/2ft} to {/1000ft}, "
-    "{.0rad} to {.9rad} or {dms}";
+    "expected {}, {.0} to {.9}, {.0in} to {.9in}, {/2in} to {/1000in}, {//2in} to {//1000in}, "
+    "{ft}, {/2ft} to {/1000ft}, {//2ft} to {//1000ft}, {.0rad} to {.9rad} or {dms}";
 
 /// The library's own formatter, which hosts reach by deriving from its class.
 class ValueText : public CDimSymUitity {
@@ -32,6 +33,9 @@ public:
         return {ascii.begin(), ascii.end()};
     }
 };
+
+/// The format of whole numbers.
+constexpr std::array<int, 6> kWhole{1, 1, 1, 1, 0, 0};
 
 /// What a field shows.
 struct Field {
@@ -49,6 +53,8 @@ struct Field {
     Form form = Form::Written;
     /// Decimals, or the fraction's denominator.
     int count = 0;
+    /// Whether a fraction is in its lowest terms.
+    bool isReduced = false;
 
     bool isOfAngles() const { return form == Form::Radians || form == Form::Sexagesimal; }
     bool isOfLengths() const {
@@ -85,6 +91,10 @@ std::optional<Field> fieldOf(std::wstring_view inside) {
     if (inside == L"dms") {
         return Field{Field::Form::Sexagesimal, 0};
     }
+    const bool isReduced = inside.starts_with(L"//");
+    if (isReduced) {
+        inside.remove_prefix(1);
+    }
     const std::wstring_view digits = inside.substr(1, inside.find_last_of(L"0123456789"));
     const std::optional<int> count = wholeNumber(digits);
     if (!count) {
@@ -99,11 +109,11 @@ std::optional<Field> fieldOf(std::wstring_view inside) {
                                                {L"rad", Field::Form::Radians}}};
     constexpr std::array<Unit, 2> kOfFractions{
         {{L"in", Field::Form::InchFraction}, {L"ft", Field::Form::FeetFraction}}};
-    const auto field = [name = inside.substr(1 + digits.size()),
-                        &count](const auto& units) -> std::optional<Field> {
+    const auto field =
+        [&, name = inside.substr(1 + digits.size())](const auto& units) -> std::optional<Field> {
         for (const Unit& unit : units) {
             if (unit.name == name) {
-                return Field{unit.form, *count};
+                return Field{unit.form, *count, isReduced};
             }
         }
         return std::nullopt;
@@ -153,10 +163,27 @@ void readLabel(std::wstring_view line, const std::function<bool(const Part&)>& t
     }
 }
 
+/// A text with its fraction in lowest terms.
+std::wstring reduced(const std::wstring& text) {
+    constexpr const wchar_t* kDigits = L"0123456789";
+    const std::size_t slash = text.find(L'/');
+    if (slash == std::wstring::npos) {
+        return text;
+    }
+    const std::size_t start = text.find_last_not_of(kDigits, slash - 1) + 1;
+    const std::size_t end = std::min(text.find_first_not_of(kDigits, slash + 1), text.size());
+    const int numerator =
+        wholeNumber(std::wstring_view(text).substr(start, slash - start)).value_or(1);
+    const int denominator =
+        wholeNumber(std::wstring_view(text).substr(slash + 1, end - slash - 1)).value_or(1);
+    const int common = std::gcd(numerator, denominator);
+    return text.substr(0, start) + ValueText::of(numerator / common, kWhole) + L'/' +
+           ValueText::of(denominator / common, kWhole) + text.substr(end);
+}
+
 /// An angle of at least 0 in degrees, minutes and seconds.
 std::wstring sexagesimal(double degrees) {
     constexpr int kParts = 60;
-    constexpr std::array<int, 6> kWhole{1, 1, 1, 1, 0, 0};
     int seconds = 0;
     for (const wchar_t digit : ValueText::of(degrees * kParts * kParts, kWhole)) {
         seconds = 10 * seconds + (digit - L'0');
@@ -224,8 +251,9 @@ std::wstring filledLabel(std::wstring_view line, const Measured& measured,
         if (const auto* text = std::get_if<std::wstring>(&part)) {
             filled += *text;
         } else if (const auto* field = std::get_if<Field>(&part)) {
-            filled +=
+            const std::wstring number =
                 field->form == Field::Form::Written ? written : textOf(*field, measured.value);
+            filled += field->isReduced ? reduced(number) : number;
         }
         return true;
     });
