@@ -4,7 +4,7 @@ import type { Command } from "./commands.js";
 import { element } from "./dom.js";
 import type { Workspace } from "./workspace.js";
 
-/** Looks at the part from a side, and shows it whole. */
+/** Looks at the part from a side, and shows it whole with its annotations. */
 export function look(space: Workspace, view: View | StandardView): void {
     space.stage.camera.look({ view: typeof view === "string" ? standardViews[view] : view });
     space.fit();

@@ -3,7 +3,7 @@ import { type Annotation, toModel } from "dorvale";
 import { isMirrored, runsBackwards } from "../rules/facing.js";
 import { kindOf } from "../rules/kinds.js";
 import type { Plane } from "../rules/planes.js";
-import type { Vec } from "../rules/vec.js";
+import { moved, type Vec } from "../rules/vec.js";
 import type { View } from "../rules/view.js";
 import { element } from "./dom.js";
 import { type Drawing, drawingOf } from "./drawing.js";
@@ -42,6 +42,7 @@ export class Placed {
             remove: (index) => this.remove(index),
         });
         space_.stage.drawing.listen(() => this.turn_());
+        space_.beside = () => this.outline_();
     }
 
     /** The one under the cursor. */
@@ -120,6 +121,12 @@ export class Placed {
         return index < 0 ? undefined : index;
     }
 
+    /** Whether the part leaves the text of one to be seen. */
+    isSeen(index: number): boolean {
+        const { document: scene, frame } = this.space_;
+        return this.drawings[index]!.labels.some(({ center }) => scene.part.sees(center, frame));
+    }
+
     /** Lights one in the model and in the list. */
     light(index: number | undefined): void {
         this.lit_ = index;
@@ -175,6 +182,24 @@ export class Placed {
         const isNote = placementOf(this.space_.document.recipes[index]!)?.member === "text";
         const m = this.annotations[index]!.plane;
         return { origin, normal: isNote ? this.space_.view.to : [m[8]!, m[9]!, m[10]!] };
+    }
+
+    /** The ends of lines, and the middles of texts with some room around them. */
+    private *outline_(): Iterable<Vec> {
+        const { right, up } = this.space_.view;
+        for (const { segments, labels } of this.drawings) {
+            for (let i = 0; i < segments.length; i += 3) {
+                yield [segments[i]!, segments[i + 1]!, segments[i + 2]!];
+            }
+            for (const label of labels) {
+                const { center, width, height, left } = label;
+                const middle = isUpright(label) ? moved(center, right, left + width / 2) : center;
+                const across = isUpright(label) ? right : label.x;
+                for (const side of [-1, 1]) {
+                    yield moved(moved(middle, across, (side * width) / 2), up, side * height);
+                }
+            }
+        }
     }
 
     private reveal_(index: number | undefined): void {

@@ -22,6 +22,8 @@ export class Workspace {
     mouse: readonly [number, number] = [0, 0];
     /** How new annotations are written. */
     dress: (recipe: Recipe) => Recipe = (recipe) => recipe;
+    /** Points that a fitted picture shows beside the part. */
+    beside: () => Iterable<Vec> = () => [];
     private document_: Document;
 
     /** A text and a name: the scene that is open first. `opened` does not tell of it. */
@@ -72,9 +74,10 @@ export class Workspace {
         this.opened.emit();
     }
 
-    /** Shows the part whole. */
+    /** Shows the part whole, with its annotations. */
     fit(): void {
-        this.stage.camera.look(fitted(this.frame, this.document_.part.outline()));
+        const { part } = this.document_;
+        this.stage.camera.look(fitted(this.frame, part.outline(), this.beside()));
         this.stage.settle();
     }
 
