@@ -163,6 +163,8 @@ void readLabel(std::wstring_view line, const std::function<bool(const Part&)>& t
     }
 }
 
+std::wstring wholeText(int number) { return ValueText::of(number, kWhole); }
+
 /// A text with its fraction in lowest terms.
 std::wstring reduced(const std::wstring& text) {
     constexpr const wchar_t* kDigits = L"0123456789";
@@ -177,8 +179,8 @@ std::wstring reduced(const std::wstring& text) {
     const int denominator =
         wholeNumber(std::wstring_view(text).substr(slash + 1, end - slash - 1)).value_or(1);
     const int common = std::gcd(numerator, denominator);
-    return text.substr(0, start) + ValueText::of(numerator / common, kWhole) + L'/' +
-           ValueText::of(denominator / common, kWhole) + text.substr(end);
+    return text.substr(0, start) + wholeText(numerator / common) + L'/' +
+           wholeText(denominator / common) + text.substr(end);
 }
 
 /// An angle of at least 0 in degrees, minutes and seconds.
@@ -188,9 +190,8 @@ std::wstring sexagesimal(double degrees) {
     for (const wchar_t digit : ValueText::of(degrees * kParts * kParts, kWhole)) {
         seconds = 10 * seconds + (digit - L'0');
     }
-    return ValueText::of(seconds / (kParts * kParts), kWhole) + L"\u00B0 " +
-           ValueText::of(seconds / kParts % kParts, kWhole) + L"' " +
-           ValueText::of(seconds % kParts, kWhole) + L'"';
+    return wholeText(seconds / (kParts * kParts)) + L"\u00B0 " +
+           wholeText(seconds / kParts % kParts) + L"' " + wholeText(seconds % kParts) + L'"';
 }
 
 /// The number in a field's form. The six numbers are those of `CDimSymUitity::SeStrCre`.
