@@ -4,7 +4,7 @@ import { toModel } from "dorvale";
 import { pointsOfArc } from "../rules/things.js";
 import { anySquare, cross, scale } from "../rules/vec.js";
 import type { Glyphs } from "./glyphs.js";
-import { type Label, labelsOf } from "./labels.js";
+import { framed, type Label, labelsOf } from "./labels.js";
 
 export interface Drawing {
     readonly segments: Float32Array;
@@ -68,9 +68,10 @@ export function drawingOf(annotation: Annotation, glyphs: Glyphs): Drawing {
     return {
         segments: segmentsOf(model),
         heads: headsOf(model),
-        labels: [...blocks.values()].flatMap((texts) =>
-            labelsOf(texts, annotation.flags.screenParallel, glyphs),
-        ),
+        labels: [...blocks].flatMap(([block, texts]) => {
+            const labels = labelsOf(texts, annotation.flags.screenParallel, glyphs);
+            return annotation.frames[block]?.envelope?.frame ? framed(labels) : labels;
+        }),
         text: model.texts.map(({ text }) => text).join(" "),
     };
 }

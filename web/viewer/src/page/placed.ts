@@ -7,9 +7,10 @@ import { moved, type Vec } from "../rules/vec.js";
 import type { View } from "../rules/view.js";
 import { element } from "./dom.js";
 import { type Drawing, drawingOf } from "./drawing.js";
-import { isOn, isUpright } from "./labels.js";
+import { isOn, isUpright, middleOf } from "./labels.js";
 import { List } from "./list.js";
 import { placeIn, placementOf } from "./placement.js";
+import { Signal } from "./signal.js";
 import type { Workspace } from "./workspace.js";
 
 /** From which side an annotation is seen, and whether its text would be upside down there. */
@@ -25,6 +26,8 @@ export class Placed {
     /** As they are built for the view. */
     annotations: readonly Annotation[] = [];
     drawings: readonly Drawing[] = [];
+    /** Another one is selected than before, or none. */
+    readonly selectedOther = new Signal();
     private readonly drawn_ = new WeakMap<Annotation, Drawing>();
     /** From which side each is read. */
     private facings_: number[] = [];
@@ -147,6 +150,7 @@ export class Placed {
     select(index: number | undefined): void {
         this.selected_ = index;
         this.light(this.lit_);
+        this.selectedOther.emit();
         this.reveal_(index);
     }
 
@@ -154,6 +158,12 @@ export class Placed {
         if (index !== undefined) {
             this.space_.change(this.space_.document.recipes.filter((_, i) => i !== index));
         }
+    }
+
+    /** The pixel in the middle of one's text; undefined where it shows none. */
+    pixelOf(index: number): readonly [number, number] | undefined {
+        const label = this.drawings[index]?.labels[0];
+        return label && middleOf(label, this.space_.frame);
     }
 
     /** Where one stands now, in the model; undefined for one that cannot be moved. */
