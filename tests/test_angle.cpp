@@ -89,7 +89,7 @@ void ExpectGapsHandedBack(const Made& made, const Rigid& frame, const Corner& co
     EXPECT_EQ(made.handedBack<int>("specialLineCount"), static_cast<int>(ends.size() / 2));
     EXPECT_EQ(made.handed.callerLines.size(), ends.size() / 2);
     ends.resize(4, frame.origin);
-    const auto& handedBack = made.handedBack<std::vector<host::Vec3>>("specialLines");
+    const auto& handedBack = made.handedBack<std::array<host::Vec3, 4>>("specialLines");
     for (std::size_t i = 0; i < 4; ++i) {
         ExpectVec3Near(Vec(handedBack.at(i).data()), ends[i], kNear);
     }
