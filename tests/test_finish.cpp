@@ -452,9 +452,9 @@ TEST(FinishLabel, OfAScenePassesByWhatCannotShowIt) {
 // Mistakes ----------------------------------------------------------------------------------------
 
 TEST(FinishMistake, IsToldInOneLine) {
-    const std::string fields =
-        "expected {}, {.0} to {.9}, {.0in} to {.9in}, {/2in} to {/1000in}, {//2in} to {//1000in}, "
-        "{ft}, {/2ft} to {/1000ft}, {//2ft} to {//1000ft}, {.0rad} to {.9rad} or {dms}";
+    const std::string fields = "expected {}, {.0} to {.9}, also as {.0in} or {.0rad}, {/2in} to "
+                               "{/1000in}, also as {//2in}, "
+                               "{/2ft} or {//2ft}, {ft} or {dms}";
     const std::string arrow = "expected \"fit\" or a length above 0";
     const std::pair<json, std::string> cases[] = {
         {{{"arrow", -1}}, "finish.arrow: " + arrow},
@@ -504,11 +504,11 @@ TEST(FinishMistake, IsToldInOneLine) {
     json angle = example("PMICreateAngleDim");
     angle["finish"] = {{"label", {"{}", "{.1in}"}}};
     EXPECT_EQ(messageOf({{"annotations", {angle}}}),
-              "annotations[0].finish.label: an angle cannot be in inches or feet");
+              "annotations[0].finish.label: lengths and angles have units of their own");
     json length = distanceOfEdges(60, 30, 5);
     length["finish"] = {{"label", "{dms}"}};
     EXPECT_EQ(messageOf({{"annotations", {length}}}),
-              "annotations[0].finish.label: a length cannot be in radians or degrees");
+              "annotations[0].finish.label: lengths and angles have units of their own");
     EXPECT_EQ(messageOf({{"annotations", json::array()}, {"lines", "din"}}),
               "lines: expected \"iso\"");
 }

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <memory>
 #include <numbers>
-#include <numeric>
 #include <utility>
 #include <vector>
 
@@ -17,8 +17,8 @@ constexpr double kInch = 25.4;
 constexpr double kDegreesOfRadian = 180 / std::numbers::pi;
 
 constexpr const char* kFields =
-    "expected {}, {.0} to {.9}, {.0in} to {.9in}, {/2in} to {/1000in}, {//2in} to {//1000in}, "
-    "{ft}, {/2ft} to {/1000ft}, {//2ft} to {//1000ft}, {.0rad} to {.9rad} or {dms}";
+    "expected {}, {.0} to {.9}, also as {.0in} or {.0rad}, {/2in} to {/1000in}, also as {//2in}, "
+    "{/2ft} or {//2ft}, {ft} or {dms}";
 
 /// The library's own formatter, which hosts reach by deriving from its class.
 class ValueText : public CDimSymUitity {
@@ -34,9 +34,6 @@ public:
         return {ascii.begin(), ascii.end()};
     }
 };
-
-/// The format of whole numbers.
-constexpr std::array<int, 6> kWhole{1, 1, 1, 1, 0, 0};
 
 /// What a field shows.
 struct Field {
@@ -79,6 +76,19 @@ std::optional<int> wholeNumber(std::wstring_view digits) {
     return number;
 }
 
+/// The form of a number in a unit: decimals or, behind a slash, a fraction; `Written` for no such
+/// unit.
+Field::Form formOf(bool isFraction, std::wstring_view unit) {
+    using Form = Field::Form;
+    if (unit == L"in") {
+        return isFraction ? Form::InchFraction : Form::Inches;
+    }
+    if (isFraction) {
+        return unit == L"ft" ? Form::FeetFraction : Form::Written;
+    }
+    return unit.empty() ? Form::Decimals : unit == L"rad" ? Form::Radians : Form::Written;
+}
+
 /// A field by what stands between its braces; nothing where there is no such field.
 std::optional<Field> fieldOf(std::wstring_view inside) {
     constexpr int kMostDecimals = 9;
@@ -87,45 +97,22 @@ std::optional<Field> fieldOf(std::wstring_view inside) {
         return Field{};
     }
     if (inside == L"ft") {
-        return Field{Field::Form::Feet, 0};
+        return Field{Field::Form::Feet};
     }
     if (inside == L"dms") {
-        return Field{Field::Form::Sexagesimal, 0};
+        return Field{Field::Form::Sexagesimal};
     }
     const bool isReduced = inside.starts_with(L"//");
-    if (isReduced) {
-        inside.remove_prefix(1);
-    }
+    inside.remove_prefix(isReduced ? 1 : 0);
+    const bool isFraction = inside.front() == L'/';
     const std::wstring_view digits = inside.substr(1, inside.find_last_of(L"0123456789"));
     const std::optional<int> count = wholeNumber(digits);
-    if (!count) {
+    if (!count || (!isFraction && inside.front() != L'.')) {
         return std::nullopt;
     }
-    struct Unit {
-        std::wstring_view name;
-        Field::Form form;
-    };
-    constexpr std::array<Unit, 3> kOfDecimals{{{L"", Field::Form::Decimals},
-                                               {L"in", Field::Form::Inches},
-                                               {L"rad", Field::Form::Radians}}};
-    constexpr std::array<Unit, 2> kOfFractions{
-        {{L"in", Field::Form::InchFraction}, {L"ft", Field::Form::FeetFraction}}};
-    const auto field =
-        [&, name = inside.substr(1 + digits.size())](const auto& units) -> std::optional<Field> {
-        for (const Unit& unit : units) {
-            if (unit.name == name) {
-                return Field{unit.form, *count, isReduced};
-            }
-        }
-        return std::nullopt;
-    };
-    if (inside.front() == L'.' && *count <= kMostDecimals) {
-        return field(kOfDecimals);
-    }
-    if (inside.front() == L'/' && *count > 1 && *count <= kFinest) {
-        return field(kOfFractions);
-    }
-    return std::nullopt;
+    const Field field{formOf(isFraction, inside.substr(1 + digits.size())), *count, isReduced};
+    const bool isRight = isFraction ? *count > 1 && *count <= kFinest : *count <= kMostDecimals;
+    return isRight && field.form != Field::Form::Written ? std::optional(field) : std::nullopt;
 }
 
 /// A part of a label.
@@ -167,55 +154,49 @@ std::vector<Part> partsOf(std::wstring_view line) {
     return parts;
 }
 
-std::wstring wholeText(int number) { return ValueText::of(number, kWhole); }
-
-/// A text with its fraction in lowest terms.
-std::wstring reduced(const std::wstring& text) {
-    constexpr const wchar_t* kDigits = L"0123456789";
-    const std::size_t slash = text.find(L'/');
-    if (slash == std::wstring::npos) {
-        return text;
+/// An angle of at least 0 in degrees, minutes and seconds, rounded as the library rounds.
+std::wstring sexagesimal(double degrees) {
+    constexpr double kParts = 60;
+    const double seconds = std::floor(kParts * kParts * degrees + 0.501);
+    const double minutes = std::floor(seconds / kParts);
+    const double whole = std::floor(minutes / kParts);
+    const double parts[] = {whole, minutes - kParts * whole, seconds - kParts * minutes};
+    constexpr const wchar_t* kMarks[] = {L"\u00B0 ", L"' ", L"\""};
+    std::wstring text;
+    for (int i = 0; i < 3; ++i) {
+        text += ValueText::of(parts[i], {1, 1, 1, 1, 0, 0});
+        text += kMarks[i];
     }
-    const std::size_t start = text.find_last_not_of(kDigits, slash - 1) + 1;
-    const std::size_t end = std::min(text.find_first_not_of(kDigits, slash + 1), text.size());
-    const int numerator =
-        wholeNumber(std::wstring_view(text).substr(start, slash - start)).value_or(1);
-    const int denominator =
-        wholeNumber(std::wstring_view(text).substr(slash + 1, end - slash - 1)).value_or(1);
-    const int common = std::gcd(numerator, denominator);
-    return text.substr(0, start) + wholeText(numerator / common) + L'/' +
-           wholeText(denominator / common) + text.substr(end);
+    return text;
 }
 
-/// An angle of at least 0 in degrees, minutes and seconds.
-std::wstring sexagesimal(double degrees) {
-    constexpr int kParts = 60;
-    int seconds = 0;
-    for (const wchar_t digit : ValueText::of(degrees * kParts * kParts, kWhole)) {
-        seconds = 10 * seconds + (digit - L'0');
+/// The denominator of a field's fraction.
+int denominatorOf(const Field& field, double inches) {
+    const double parts = std::floor(inches * field.count + 0.5);
+    for (int lower = 2; field.isReduced && lower < field.count; ++lower) {
+        const double same = parts * lower / field.count;
+        if (field.count % lower == 0 && same == std::floor(same)) {
+            return lower;
+        }
     }
-    return wholeText(seconds / (kParts * kParts)) + L"\u00B0 " +
-           wholeText(seconds / kParts % kParts) + L"' " + wholeText(seconds % kParts) + L'"';
+    return field.count;
 }
 
 /// The number in a field's form. The six numbers are those of `CDimSymUitity::SeStrCre`.
 std::wstring textOf(const Field& field, double value) {
-    switch (field.form) {
-    case Field::Form::Inches:
-        return ValueText::of(value / kInch, {2, 0, 1, 1, field.count, 0});
-    case Field::Form::InchFraction:
-        return ValueText::of(value / kInch, {2, 0, 1, 2, 0, field.count});
-    case Field::Form::Feet:
-        return ValueText::of(value / kInch, {2, 0, 3, 1, -2, 0});
-    case Field::Form::FeetFraction:
-        return ValueText::of(value / kInch, {2, 0, 3, 2, 0, field.count});
-    case Field::Form::Radians:
-        return ValueText::of(value / kDegreesOfRadian, {1, 1, 1, 1, field.count, 0});
-    case Field::Form::Sexagesimal:
+    using Form = Field::Form;
+    if (field.form == Form::Sexagesimal) {
         return sexagesimal(value);
-    default:
-        return ValueText::of(value, {1, 1, 1, 1, field.count, 0});
     }
+    const bool isImperial = field.isOfLengths();
+    const double unit = isImperial ? kInch : field.form == Form::Radians ? kDegreesOfRadian : 1;
+    const double number = value / unit;
+    const bool isInFeet = field.form == Form::Feet || field.form == Form::FeetFraction;
+    const bool isFraction = field.form == Form::InchFraction || field.form == Form::FeetFraction;
+    const int decimals = field.form == Form::Feet ? -2 : isFraction ? 0 : field.count;
+    return ValueText::of(number, {isImperial ? 2 : 1, isImperial ? 0 : 1, isInFeet ? 3 : 1,
+                                  isFraction ? 2 : 1, decimals,
+                                  isFraction ? denominatorOf(field, number) : 0});
 }
 
 } // namespace
@@ -234,11 +215,9 @@ std::optional<std::string_view> misfitOfLabel(std::wstring_view line, Quantity q
         return "there is no value that it could stand in place of";
     }
     for (const Part& part : partsOf(line)) {
-        if (part.field.isOfLengths() && quantity == Quantity::Angle) {
-            return "an angle cannot be in inches or feet";
-        }
-        if (part.field.isOfAngles() && quantity == Quantity::Length) {
-            return "a length cannot be in radians or degrees";
+        const bool isAngle = quantity == Quantity::Angle;
+        if (isAngle ? part.field.isOfLengths() : part.field.isOfAngles()) {
+            return "lengths and angles have units of their own";
         }
     }
     return std::nullopt;
@@ -252,8 +231,7 @@ std::wstring filledLabel(std::wstring_view line, const Measured& measured,
             filled += part.text;
         } else if (part.kind == Part::Kind::Field) {
             const bool asWritten = part.field.form == Field::Form::Written;
-            const std::wstring number = asWritten ? written : textOf(part.field, measured.value);
-            filled += part.field.isReduced ? reduced(number) : number;
+            filled += asWritten ? written : textOf(part.field, measured.value);
         }
     }
     return filled;
