@@ -1,9 +1,10 @@
 #include "host/finish/label.h"
 
-#include <cmath>
+#include <array>
 #include <functional>
 #include <memory>
 #include <numbers>
+#include <numeric>
 #include <variant>
 
 #include <dorvale/dorvale.h>
@@ -32,6 +33,9 @@ public:
         return {ascii.begin(), ascii.end()};
     }
 };
+
+/// The format of whole numbers.
+constexpr std::array<int, 6> kWhole{1, 1, 1, 1, 0, 0};
 
 /// What a field shows.
 struct Field {
@@ -74,21 +78,6 @@ std::optional<int> wholeNumber(std::wstring_view digits) {
     return number;
 }
 
-/// The form of what stands behind a number: decimals or, behind a slash, a fraction.
-std::optional<Field::Form> formOf(bool isFraction, std::wstring_view unit) {
-    using Form = Field::Form;
-    if (unit == L"in") {
-        return isFraction ? Form::InchFraction : Form::Inches;
-    }
-    if (isFraction) {
-        return unit == L"ft" ? std::optional(Form::FeetFraction) : std::nullopt;
-    }
-    if (unit == L"rad") {
-        return Form::Radians;
-    }
-    return unit.empty() ? std::optional(Form::Decimals) : std::nullopt;
-}
-
 /// A field by what stands between its braces; nothing where there is no such field.
 std::optional<Field> fieldOf(std::wstring_view inside) {
     constexpr int kMostDecimals = 9;
@@ -97,22 +86,45 @@ std::optional<Field> fieldOf(std::wstring_view inside) {
         return Field{};
     }
     if (inside == L"ft") {
-        return Field{Field::Form::Feet};
+        return Field{Field::Form::Feet, 0};
     }
     if (inside == L"dms") {
-        return Field{Field::Form::Sexagesimal};
+        return Field{Field::Form::Sexagesimal, 0};
     }
     const bool isReduced = inside.starts_with(L"//");
-    inside.remove_prefix(isReduced ? 1 : 0);
-    const bool isFraction = inside.front() == L'/';
+    if (isReduced) {
+        inside.remove_prefix(1);
+    }
     const std::wstring_view digits = inside.substr(1, inside.find_last_of(L"0123456789"));
     const std::optional<int> count = wholeNumber(digits);
-    if (!count || (!isFraction && inside.front() != L'.')) {
+    if (!count) {
         return std::nullopt;
     }
-    const auto form = formOf(isFraction, inside.substr(1 + digits.size()));
-    const bool isRight = isFraction ? *count > 1 && *count <= kFinest : *count <= kMostDecimals;
-    return form && isRight ? std::optional(Field{*form, *count, isReduced}) : std::nullopt;
+    struct Unit {
+        std::wstring_view name;
+        Field::Form form;
+    };
+    constexpr std::array<Unit, 3> kOfDecimals{{{L"", Field::Form::Decimals},
+                                               {L"in", Field::Form::Inches},
+                                               {L"rad", Field::Form::Radians}}};
+    constexpr std::array<Unit, 2> kOfFractions{
+        {{L"in", Field::Form::InchFraction}, {L"ft", Field::Form::FeetFraction}}};
+    const auto field =
+        [&, name = inside.substr(1 + digits.size())](const auto& units) -> std::optional<Field> {
+        for (const Unit& unit : units) {
+            if (unit.name == name) {
+                return Field{unit.form, *count, isReduced};
+            }
+        }
+        return std::nullopt;
+    };
+    if (inside.front() == L'.' && *count <= kMostDecimals) {
+        return field(kOfDecimals);
+    }
+    if (inside.front() == L'/' && *count > 1 && *count <= kFinest) {
+        return field(kOfFractions);
+    }
+    return std::nullopt;
 }
 
 /// A part of a label: text, a field, or the place of a mistake.
@@ -151,32 +163,35 @@ void readLabel(std::wstring_view line, const std::function<bool(const Part&)>& t
     }
 }
 
-/// An angle of at least 0 in degrees, minutes and seconds, rounded as the library rounds.
-std::wstring sexagesimal(double degrees) {
-    constexpr double kParts = 60;
-    const double seconds = std::floor(kParts * kParts * degrees + 0.501);
-    const double minutes = std::floor(seconds / kParts);
-    const double whole = std::floor(minutes / kParts);
-    const auto write = [](double number) { return ValueText::of(number, {1, 1, 1, 1, 0, 0}); };
-    std::wstring text = write(whole);
-    text += L"\u00B0 ";
-    text += write(minutes - kParts * whole);
-    text += L"' ";
-    text += write(seconds - kParts * minutes);
-    text += L'"';
-    return text;
+std::wstring wholeText(int number) { return ValueText::of(number, kWhole); }
+
+/// A text with its fraction in lowest terms.
+std::wstring reduced(const std::wstring& text) {
+    constexpr const wchar_t* kDigits = L"0123456789";
+    const std::size_t slash = text.find(L'/');
+    if (slash == std::wstring::npos) {
+        return text;
+    }
+    const std::size_t start = text.find_last_not_of(kDigits, slash - 1) + 1;
+    const std::size_t end = std::min(text.find_first_not_of(kDigits, slash + 1), text.size());
+    const int numerator =
+        wholeNumber(std::wstring_view(text).substr(start, slash - start)).value_or(1);
+    const int denominator =
+        wholeNumber(std::wstring_view(text).substr(slash + 1, end - slash - 1)).value_or(1);
+    const int common = std::gcd(numerator, denominator);
+    return text.substr(0, start) + wholeText(numerator / common) + L'/' +
+           wholeText(denominator / common) + text.substr(end);
 }
 
-/// The denominator of a field's fraction.
-int denominatorOf(const Field& field, double inches) {
-    const double parts = std::floor(inches * field.count + 0.5);
-    for (int lower = 2; field.isReduced && lower < field.count; ++lower) {
-        const double same = parts * lower / field.count;
-        if (field.count % lower == 0 && same == std::floor(same)) {
-            return lower;
-        }
+/// An angle of at least 0 in degrees, minutes and seconds.
+std::wstring sexagesimal(double degrees) {
+    constexpr int kParts = 60;
+    int seconds = 0;
+    for (const wchar_t digit : ValueText::of(degrees * kParts * kParts, kWhole)) {
+        seconds = 10 * seconds + (digit - L'0');
     }
-    return field.count;
+    return wholeText(seconds / (kParts * kParts)) + L"\u00B0 " +
+           wholeText(seconds / kParts % kParts) + L"' " + wholeText(seconds % kParts) + L'"';
 }
 
 /// The number in a field's form. The six numbers are those of `CDimSymUitity::SeStrCre`.
@@ -185,11 +200,11 @@ std::wstring textOf(const Field& field, double value) {
     case Field::Form::Inches:
         return ValueText::of(value / kInch, {2, 0, 1, 1, field.count, 0});
     case Field::Form::InchFraction:
-        return ValueText::of(value / kInch, {2, 0, 1, 2, 0, denominatorOf(field, value / kInch)});
+        return ValueText::of(value / kInch, {2, 0, 1, 2, 0, field.count});
     case Field::Form::Feet:
         return ValueText::of(value / kInch, {2, 0, 3, 1, -2, 0});
     case Field::Form::FeetFraction:
-        return ValueText::of(value / kInch, {2, 0, 3, 2, 0, denominatorOf(field, value / kInch)});
+        return ValueText::of(value / kInch, {2, 0, 3, 2, 0, field.count});
     case Field::Form::Radians:
         return ValueText::of(value / kDegreesOfRadian, {1, 1, 1, 1, field.count, 0});
     case Field::Form::Sexagesimal:
@@ -237,8 +252,9 @@ std::wstring filledLabel(std::wstring_view line, const Measured& measured,
         if (const auto* text = std::get_if<std::wstring>(&part)) {
             filled += *text;
         } else if (const auto* field = std::get_if<Field>(&part)) {
-            filled +=
+            const std::wstring number =
                 field->form == Field::Form::Written ? written : textOf(*field, measured.value);
+            filled += field->isReduced ? reduced(number) : number;
         }
         return true;
     });
