@@ -24,6 +24,32 @@ for (let i = 0; i < 5; ++i) {
 }
 console.log(`first frame: ${median(opened).toFixed(0)} ms after opening`);
 
+/** Milliseconds of script for another unit of 1,000 annotations, by the thread's own clock. */
+async function units() {
+    const viewer = await Viewer.open({ scene: many(1000) });
+    await viewer.rest();
+    const client = await viewer.page.context().newCDPSession(viewer.page);
+    await client.send("Performance.enable", { timeDomain: "threadTicks" });
+    const spent = async () => {
+        const { metrics } = await client.send("Performance.getMetrics");
+        return 1000 * metrics.find(({ name }) => name === "ScriptDuration").value;
+    };
+    const times = [];
+    for (const unit of ["in", "in/", "ft", "mm", "in", "mm", "ft/"]) {
+        const before = await spent();
+        await viewer.app((_, name) => {
+            const select = document.getElementById("unit");
+            select.value = name;
+            select.dispatchEvent(new Event("change"));
+        }, unit);
+        times.push((await spent()) - before);
+    }
+    await viewer.close();
+    return times;
+}
+const switches = await units();
+console.log(`another unit of 1,000 annotations: ${median(switches).toFixed(0)} ms of script, at first ${switches[0].toFixed(0)}`);
+
 const text = JSON.stringify(many(10000));
 const loading = [];
 for (let i = 0; i < 3; ++i) {
