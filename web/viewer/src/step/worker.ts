@@ -1,0 +1,94 @@
+// A worker that reads one STEP file with OCCT. It is ended when it has answered.
+import init from "replicad-opencascadejs";
+import { sceneText } from "./scene.js";
+import { type Occt, partOf } from "./shape.js";
+
+/** What the page sends: the file, and OCCT's module in base64, deflated. */
+export interface Task {
+    readonly file: File;
+    readonly wasm: string;
+}
+
+/** What it gets: what is being done, and at last a scene's text or what is wrong. */
+export type Answer = { doing: string } | { scene: string } | { wrong: string };
+
+/** What is wrong with a file, in one line. */
+class StepError extends Error {}
+
+const notStep = "is not a STEP file that can be read";
+const noPart = "holds no part that can be read";
+const mostBytes = 256 * 2 ** 20;
+
+const answer = (message: Answer) => (self.postMessage as (message: Answer) => void)(message);
+
+async function inflated(packed: string): Promise<ArrayBuffer> {
+    const bytes = Uint8Array.from(atob(packed), (c) => c.charCodeAt(0));
+    const stream = new Blob([bytes]).stream().pipeThrough(new DecompressionStream("deflate"));
+    return new Response(stream).arrayBuffer();
+}
+
+async function started(wasm: string): Promise<Occt> {
+    const silent = () => {};
+    return init({ wasmBinary: await inflated(wasm), print: silent, printErr: silent });
+}
+
+function read(occt: Occt, bytes: Uint8Array, title: string): string {
+    const path = "/part.stp";
+    occt.FS.writeFile(path, bytes);
+    const reader = new occt.STEPControl_Reader();
+    if (reader.ReadFile(path) !== occt.IFSelect_ReturnStatus.IFSelect_RetDone) {
+        throw new StepError(notStep);
+    }
+    occt.FS.unlink(path);
+    const roots = reader.NbRootsForTransfer();
+    for (let root = 1; root <= roots; ++root) {
+        answer({ doing: roots === 1 ? "reading the part" : `reading part ${root} of ${roots}` });
+        reader.TransferRoot(root);
+    }
+    const shape = reader.OneShape();
+    if (shape.IsNull()) {
+        throw new StepError(noPart);
+    }
+    answer({ doing: "finding faces and edges" });
+    const part = partOf(occt, shape);
+    if (part === undefined) {
+        throw new StepError(noPart);
+    }
+    return sceneText(title, part);
+}
+
+function wordsFor(problem: unknown): string {
+    if (problem instanceof StepError) {
+        return problem.message;
+    }
+    if (problem instanceof RangeError || /memory|bad_alloc|allocation/i.test(String(problem))) {
+        return "cannot be read: it needs more memory than there is";
+    }
+    return problem instanceof WebAssembly.RuntimeError
+        ? "cannot be read: it makes the reader crash"
+        : "cannot be read: its geometry is damaged";
+}
+
+async function work({ file, wasm }: Task): Promise<Answer> {
+    try {
+        if (file.size > mostBytes) {
+            throw new StepError("has more than 256 MiB");
+        }
+        answer({ doing: "opening" });
+        const bytes = new Uint8Array(await file.arrayBuffer());
+        const head = new TextDecoder("latin1").decode(bytes.subarray(0, 4096));
+        if (!head.includes("ISO-10303-21")) {
+            throw new StepError(notStep);
+        }
+        answer({ doing: "starting the reader" });
+        const occt = await started(wasm);
+        answer({ doing: "reading the file" });
+        return { scene: read(occt, bytes, file.name.replace(/\.[^.]*$/, "")) };
+    } catch (problem) {
+        return { wrong: wordsFor(problem) };
+    }
+}
+
+self.addEventListener("message", ({ data }: MessageEvent<Task>) => {
+    void work(data).then(answer);
+});
