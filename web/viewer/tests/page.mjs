@@ -141,7 +141,7 @@ export class Viewer {
         return this.page.evaluate((i) => {
             const { app, toScreen } = window.viewer;
             const { frame } = app.stage.camera;
-            const [label] = app.drawings_[i].labels;
+            const [label] = app.placed.drawings[i].labels;
             const box = document.getElementById("canvas").getBoundingClientRect();
             const isUpright = Math.hypot(...label.x) === 0;
             const right = isUpright ? label.width / 2 : 0;

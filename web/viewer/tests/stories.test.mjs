@@ -100,7 +100,7 @@ story("one thing or two give the dimension that fits", async (viewer) => {
     for (const [picks, place, value, call] of cases) {
         for (const [i, pick] of picks.entries()) {
             await viewer.click(pick);
-            await viewer.app((app) => app.picking_.picks.length).then((n) => assert.equal(n, i + 1));
+            await viewer.app((app) => app.measuring.picking.picks.length).then((n) => assert.equal(n, i + 1));
         }
         await viewer.click(place);
         await viewer.waitForCount(1);
@@ -159,14 +159,14 @@ story("turning the view moves nothing, and all text stays readable", async (view
                 const across = cross(to, level);
                 const right = level.map((x, k) => Math.cos(roll) * x + Math.sin(roll) * across[k]);
                 app.look({ right, up: cross(to, right), to });
-                for (const { labels, text } of app.drawings_) {
+                for (const { labels, text } of app.placed.drawings) {
                     for (const { x, y } of labels) {
                         const normal = cross(x, y);
                         const isSeen = Math.abs(dot(normal, to)) > 1e-3;
                         if (isSeen && (dot(normal, to) < 0 || dot(x, right) < -1e-3)) found.push([text, i, roll]);
                     }
                 }
-                app.annotations.forEach(({ located, plane: m }, k) => {
+                app.placed.annotations.forEach(({ located, plane: m }, k) => {
                     const { locate } = app.document.recipes[k];
                     const [u, v, w] = located.point;
                     locate.forEach((value, n) => {
@@ -213,7 +213,7 @@ story("the list and the model light each other, and what is selected is deleted"
     await viewer.click([70, 60, 20]);
     await viewer.waitForCount(2);
     await viewer.page.hover("#list li:nth-child(2)");
-    await viewer.page.waitForFunction(() => window.viewer.app.under_ === 1);
+    await viewer.page.waitForFunction(() => window.viewer.app.placed.lit === 1);
     await viewer.page.mouse.move(...(await viewer.textAt(0)));
     await viewer.page.waitForSelector("#list li:nth-child(1).lit");
     const [x, y] = await viewer.textAt(0);
@@ -268,7 +268,7 @@ story("what is saved opens again, and pmi-host draws the same", async (viewer) =
     // In the words of the host, found in the page: numbers in single precision, as they are drawn.
     const words = read("web/tests/dump.mjs").replaceAll("export ", "");
     await viewer.page.addScriptTag({ content: `${words}\nwindow.dumpOf = dumpOf;` });
-    const shown = await viewer.app((app) => app.annotations.map((a) => window.dumpOf(a)));
+    const shown = await viewer.app((app) => app.placed.annotations.map((a) => window.dumpOf(a)));
     const { name, text } = await viewer.save();
     assert.equal(name, "A_block_with_a_hole.json");
     const saved = JSON.parse(text);
@@ -327,11 +327,11 @@ story(
                 app.click(x, y);
             }
             for (let tab = 0; tab < row.tabs; ++tab) {
-                app.choose(1);
+                app.measuring.choose(app.measuring.picking.choice + 1);
             }
             app.click(...row.place);
-            const values = app.annotations.map(({ measured }) => measured.value);
-            app.undo();
+            const values = app.placed.annotations.map(({ measured }) => measured.value);
+            app.space.undo();
             return values;
         }), rows);
         rows.forEach(({ id, value }, i) => {

@@ -20,40 +20,6 @@ export interface NamedView {
     readonly view: View;
 }
 
-/** Where an annotation can be taken and put. */
-export interface Placement {
-    readonly member: "locate" | "text";
-    /** The call that has it; none where the annotation is a call itself. */
-    readonly call?: number;
-}
-
-const isPlacedBy = (call: Members): Placement["member"] | undefined =>
-    call["locate"] !== undefined ? "locate" : call["text"] !== undefined ? "text" : undefined;
-
-/** Which member says where an annotation stands. */
-export function placementOf(recipe: Recipe): Placement | undefined {
-    const members = recipe as unknown as Members;
-    const calls = members["calls"] as Members[] | undefined;
-    if (calls === undefined) {
-        const member = isPlacedBy(members);
-        return member && { member };
-    }
-    const call = calls.findIndex((c) => isPlacedBy(c) !== undefined);
-    return call < 0 ? undefined : { member: isPlacedBy(calls[call]!)!, call };
-}
-
-/** The same annotation at another place. */
-export function replaced(recipe: Recipe, { member, call }: Placement, place: Vec): Recipe {
-    const members = recipe as unknown as Members;
-    if (call === undefined) {
-        return { ...members, [member]: [...place] } as unknown as Recipe;
-    }
-    const calls = (members["calls"] as Members[]).map((c, i) =>
-        i === call ? { ...c, [member]: [...place] } : c,
-    );
-    return { ...members, calls } as unknown as Recipe;
-}
-
 /** The annotation as it is built here: turned readable, whatever its scene says. */
 function shown(recipe: Recipe, sceneFinish: unknown): Recipe {
     const members = recipe as unknown as Members;

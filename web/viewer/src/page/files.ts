@@ -1,6 +1,8 @@
+// Scenes that come in and go out: files, samples, and what is dropped on the page.
 import samples from "samples";
 import type { App } from "./app.js";
-import { element } from "./app.js";
+import type { Command } from "./commands.js";
+import { element } from "./dom.js";
 
 export const sampleNames = Object.keys(samples);
 
@@ -12,7 +14,7 @@ export async function sampleText(name: string): Promise<string> {
 }
 
 /** Hands the scene to the browser as a file. */
-export function save(app: App): void {
+function save(app: App): void {
     const text = app.document.save(app.stage.camera.view);
     const link = document.createElement("a");
     link.href = URL.createObjectURL(new Blob([text], { type: "application/json" }));
@@ -28,8 +30,45 @@ async function openFile(app: App, file: File | undefined): Promise<void> {
     }
 }
 
-/** Opens files by the button and by drag and drop. */
+export const fileCommands = (app: App): Command[] => [
+    {
+        name: "open",
+        label: "Open a scene",
+        keys: ["Ctrl+O"],
+        face: "Open",
+        bar: "files",
+        run: () => element("file").click(),
+    },
+    {
+        name: "save",
+        label: "Save the scene",
+        keys: ["Ctrl+S"],
+        face: "Save",
+        bar: "files",
+        run: () => save(app),
+    },
+];
+
+/** The list of the samples. */
+function showSamples(app: App): void {
+    const select = element<HTMLSelectElement>("samples");
+    const names = ["Samples", ...sampleNames];
+    select.replaceChildren(
+        ...names.map((name, i) => new Option(name.replaceAll("_", " "), i === 0 ? "" : name)),
+    );
+    select.addEventListener("change", () => {
+        const name = select.value;
+        select.value = "";
+        select.blur();
+        if (name !== "") {
+            void sampleText(name).then((text) => app.open(text, name));
+        }
+    });
+}
+
+/** Opens files by the file dialogue, by drag and drop, and samples by their names. */
 export function listenToFiles(app: App): void {
+    showSamples(app);
     const input = element<HTMLInputElement>("file");
     input.addEventListener("change", () => {
         void openFile(app, input.files?.[0]).then(() => (input.value = ""));

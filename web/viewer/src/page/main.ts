@@ -1,38 +1,12 @@
 import { load } from "dorvale";
 import wasm from "dorvale-wasm";
 import licences from "licences";
-import { type StandardView, standardViews, toScreen } from "../rules/view.js";
-import { App, element } from "./app.js";
-import { listenToFiles, sampleNames, sampleText, save } from "./files.js";
-import { listen, listenToKeys } from "./mouse.js";
+import { toScreen } from "../rules/view.js";
+import { App } from "./app.js";
+import { element } from "./dom.js";
+import { fileCommands, listenToFiles, sampleNames, sampleText } from "./files.js";
+import { listen } from "./mouse.js";
 import { Stage } from "./stage.js";
-
-function showViews(app: App): void {
-    const buttons = Object.keys(standardViews).map((name) => {
-        const button = document.createElement("button");
-        button.textContent = name[0]!.toUpperCase() + name.slice(1);
-        button.dataset["view"] = name;
-        button.addEventListener("click", () => app.look(name as StandardView));
-        return button;
-    });
-    element("views").replaceChildren(...buttons);
-}
-
-function showSamples(app: App): void {
-    const select = element<HTMLSelectElement>("samples");
-    const names = ["Samples", ...sampleNames];
-    select.replaceChildren(
-        ...names.map((name, i) => new Option(name.replaceAll("_", " "), i === 0 ? "" : name)),
-    );
-    select.addEventListener("change", () => {
-        const name = select.value;
-        select.value = "";
-        select.blur();
-        if (name !== "") {
-            void sampleText(name).then((text) => app.open(text, name));
-        }
-    });
-}
 
 async function start(): Promise<void> {
     const asked = new URLSearchParams(location.search).get("scene");
@@ -42,34 +16,13 @@ async function start(): Promise<void> {
         load(wasm),
         sampleText(isKnown ? asked : sampleNames[0]!),
     ]);
-    let app: App | undefined;
-    const stage = new Stage(canvas, () => app?.viewStopped());
-    app = new App(library, stage, text);
+    const stage = new Stage(canvas);
+    const app = new App(library, stage, text);
     if (asked !== null && !isKnown) {
         app.fail(`?scene=${asked}: there is no such sample; there are ${sampleNames.join(", ")}`);
     }
-    const ask = () => element("file").click();
-    const keep = () => save(app);
-    const buttons: Readonly<Record<string, () => void>> = {
-        open: ask,
-        save: keep,
-        fit: () => app.fit(),
-        undo: () => app.undo(),
-        redo: () => app.redo(),
-        note: () => app.startNote(),
-    };
-    for (const [id, action] of Object.entries(buttons)) {
-        element(id).addEventListener("click", () => {
-            action();
-            if (document.activeElement?.id === id) {
-                canvas.focus();
-            }
-        });
-    }
-    showViews(app);
-    showSamples(app);
+    app.commands.add(...fileCommands(app));
     listen(canvas, app);
-    listenToKeys(app, ask, keep);
     listenToFiles(app);
     element("licences").textContent = licences;
     stage.draw();

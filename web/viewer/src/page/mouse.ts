@@ -1,4 +1,4 @@
-// The mouse, fingers and keys on the canvas.
+// The mouse and fingers on the canvas.
 import type { App } from "./app.js";
 
 /** A press that moves less than this many pixels is a click. */
@@ -89,45 +89,4 @@ export function listen(canvas: HTMLCanvasElement, app: App): void {
         },
         { passive: false },
     );
-}
-
-const isTextField = (target: EventTarget | null): boolean =>
-    target instanceof HTMLElement && /^(INPUT|TEXTAREA|SELECT)$/.test(target.tagName);
-
-/** Keys are left to a text field that has them. */
-export function listenToKeys(app: App, open: () => void, save: () => void): void {
-    const withControl: Readonly<Record<string, () => void>> = {
-        z: () => app.undo(),
-        y: () => app.redo(),
-        o: open,
-        s: save,
-    };
-    const alone: Readonly<Record<string, () => void>> = {
-        Escape: () => app.cancel(),
-        Delete: () => app.remove(),
-        Backspace: () => app.remove(),
-        f: () => app.fit(),
-        n: () => app.startNote(),
-    };
-    const canvas = document.getElementById("canvas");
-    window.addEventListener("keydown", (event) => {
-        if (isTextField(event.target)) {
-            return;
-        }
-        const key = event.key.length === 1 ? event.key.toLowerCase() : event.key;
-        const hasControl = event.ctrlKey || event.metaKey;
-        const focus = document.activeElement;
-        const isOnCanvas = focus === canvas || focus === document.body;
-        const action = hasControl
-            ? event.shiftKey && key === "z"
-                ? withControl["y"]
-                : withControl[key]
-            : key === "Tab" && isOnCanvas && app.hasChoice
-              ? () => app.choose(event.shiftKey ? -1 : 1)
-              : alone[key];
-        if (action !== undefined) {
-            event.preventDefault();
-            action();
-        }
-    });
 }

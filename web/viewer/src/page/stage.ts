@@ -16,6 +16,7 @@ import { Camera } from "./camera.js";
 import { Glyphs } from "./glyphs.js";
 import { Ink } from "./ink.js";
 import type { Part } from "./part.js";
+import { Signal } from "./signal.js";
 import { viewAxes } from "./writing.js";
 
 /** How long the view has to rest before it counts as stopped, in milliseconds. */
@@ -76,6 +77,8 @@ export class Stage {
     readonly following = new Ink(0x0b62c4, 1.6, this.glyphs);
     readonly hovered = new Marker(0xe8590c);
     readonly picked = new Marker(0x0b62c4);
+    /** The view has stopped, or was set: what depends on it is to be built again. */
+    readonly stopped = new Signal();
     /** Milliseconds of script in the last frames, the rasteriser's among them. */
     readonly frameTimes: number[] = [];
     private readonly renderer_: WebGLRenderer;
@@ -85,11 +88,7 @@ export class Stage {
     private isDrawn_ = true;
     private rest_: ReturnType<typeof setTimeout> | undefined;
 
-    /** @param stopped is called when the view has stopped */
-    constructor(
-        private readonly canvas_: HTMLCanvasElement,
-        private readonly stopped_: () => void,
-    ) {
+    constructor(private readonly canvas_: HTMLCanvasElement) {
         this.renderer_ = new WebGLRenderer({ canvas: canvas_, antialias: true, alpha: true });
         this.renderer_.outputColorSpace = SRGBColorSpace;
         this.renderer_.setPixelRatio(Math.min(2, devicePixelRatio));
@@ -146,7 +145,7 @@ export class Stage {
     /** The view has been set, not turned: what depends on it is rebuilt at once. */
     settle(): void {
         this.still();
-        this.stopped_();
+        this.stopped.emit();
         this.invalidate();
     }
 

@@ -1,0 +1,24 @@
+// The commands that turn the view.
+import { type StandardView, standardViews, type View } from "../rules/view.js";
+import type { Command } from "./commands.js";
+import type { Workspace } from "./workspace.js";
+
+/** Looks at the part from a side, and shows it whole. */
+export function look(space: Workspace, view: View | StandardView): void {
+    space.stage.camera.look({ view: typeof view === "string" ? standardViews[view] : view });
+    space.fit();
+}
+
+export function lookingCommands(space: Workspace): Command[] {
+    const names = Object.keys(standardViews) as StandardView[];
+    const views = names.map((name, i) => ({
+        name: `view-${name}`,
+        label: `Look at the ${name === "iso" ? "part from a corner" : name}`,
+        keys: [String(i + 1)],
+        face: name[0]!.toUpperCase() + name.slice(1),
+        bar: "views",
+        run: () => look(space, name),
+    }));
+    const fit = { name: "fit", label: "Fit", keys: ["F"], face: "Fit", bar: "zoom", run: () => space.fit() };
+    return [...views, fit];
+}

@@ -1,0 +1,136 @@
+// The annotations of the scene as they are seen: in the model, and as a list beside it.
+import { type Annotation, toModel } from "dorvale";
+import { kindOf } from "../rules/kinds.js";
+import type { Plane } from "../rules/planes.js";
+import type { Vec } from "../rules/vec.js";
+import { element } from "./dom.js";
+import { type Drawing, drawingOf } from "./ink.js";
+import { isOn } from "./labels.js";
+import { List } from "./list.js";
+import { placementOf } from "./placement.js";
+import type { Workspace } from "./workspace.js";
+
+export class Placed {
+    /** As they are built for the view. */
+    annotations: readonly Annotation[] = [];
+    drawings: readonly Drawing[] = [];
+    private lit_: number | undefined;
+    private selected_: number | undefined;
+    private readonly list_: List;
+
+    constructor(private readonly space_: Workspace) {
+        this.list_ = new List(element("list"), element("count"), {
+            hover: (index) => this.light(index),
+            select: (index) => this.select(index),
+            remove: (index) => this.remove(index),
+        });
+    }
+
+    /** The one under the cursor. */
+    get lit(): number | undefined {
+        return this.lit_;
+    }
+
+    get selected(): number | undefined {
+        return this.selected_;
+    }
+
+    /** Shows the annotations that the scene has now; none of them is lit or selected. */
+    show(): void {
+        this.lit_ = this.selected_ = undefined;
+        this.build();
+        const { recipes } = this.space_.document;
+        this.list_.show(
+            this.drawings.map(({ text }, i) => ({ value: text, kind: kindOf(recipes[i]!) })),
+        );
+        this.light(undefined);
+    }
+
+    /** Builds them for the view that there is. */
+    build(): void {
+        const { document: scene, stage, view } = this.space_;
+        this.annotations = scene.build(scene.recipes, view);
+        this.drawings = this.annotations.map((a) => drawingOf(a, stage.glyphs));
+        stage.placed.draw(this.drawings);
+        this.light(this.lit_);
+    }
+
+    /** Leaves one out, which is drawn elsewhere. */
+    hide(index: number): void {
+        const { stage } = this.space_;
+        stage.placed.draw(this.drawings.filter((_, i) => i !== index));
+        stage.lit.clear();
+    }
+
+    /** The one whose text lies under a pixel, the last one drawn first. */
+    at(x: number, y: number): number | undefined {
+        const { frame } = this.space_;
+        const index = this.drawings.findLastIndex(({ labels }) =>
+            labels.some((label) => isOn(label, x, y, frame)),
+        );
+        return index < 0 ? undefined : index;
+    }
+
+    /** Lights one in the model and in the list. */
+    light(index: number | undefined): void {
+        this.lit_ = index;
+        const { stage } = this.space_;
+        const lit = [index, this.selected_].flatMap((i) => {
+            const drawing = i === undefined ? undefined : this.drawings[i];
+            return drawing === undefined ? [] : [drawing];
+        });
+        stage.lit.draw(lit);
+        this.list_.light(index, this.selected_);
+        stage.invalidate();
+    }
+
+    /** Lights the one under the cursor, and has the list show it. */
+    point(index: number | undefined): void {
+        if (index !== this.lit_) {
+            this.light(index);
+            this.reveal_(index);
+        }
+    }
+
+    select(index: number | undefined): void {
+        this.selected_ = index;
+        this.light(this.lit_);
+        this.reveal_(index);
+    }
+
+    remove(index = this.selected_): void {
+        if (index !== undefined) {
+            this.space_.change(this.space_.document.recipes.filter((_, i) => i !== index));
+        }
+    }
+
+    /** Where one stands now, in the model; undefined for one that cannot be moved. */
+    placeOf(index: number): Vec | undefined {
+        const placement = placementOf(this.space_.document.recipes[index]!);
+        const annotation = this.annotations[index]!;
+        if (placement === undefined) {
+            return undefined;
+        }
+        if (placement.member === "locate" && annotation.located !== null) {
+            const m = annotation.plane;
+            const [u, v, w] = annotation.located.point;
+            return [0, 1, 2].map(
+                (i) => u * m[i]! + v * m[4 + i]! + w * m[8 + i]! + m[12 + i]!,
+            ) as unknown as Vec;
+        }
+        return toModel(annotation).texts[0]?.location;
+    }
+
+    /** The plane that one is moved in: its own, or the screen's for an upright note. */
+    planeOf(index: number, origin: Vec): Plane {
+        const isNote = placementOf(this.space_.document.recipes[index]!)?.member === "text";
+        const m = this.annotations[index]!.plane;
+        return { origin, normal: isNote ? this.space_.view.to : [m[8]!, m[9]!, m[10]!] };
+    }
+
+    private reveal_(index: number | undefined): void {
+        if (index !== undefined) {
+            this.list_.reveal(index);
+        }
+    }
+}

@@ -1,0 +1,96 @@
+// The scene that is open, and what everything that works on it shares.
+import type { Dorvale, Recipe } from "dorvale";
+import type { Plane } from "../rules/planes.js";
+import { placeOn } from "../rules/place.js";
+import type { Vec } from "../rules/vec.js";
+import { fitted, type Frame, fromScreen, type View } from "../rules/view.js";
+import { Document } from "./document.js";
+import { type Drawing, drawingOf } from "./ink.js";
+import { Signal } from "./signal.js";
+import type { Stage } from "./stage.js";
+
+export class Workspace {
+    /** Another scene has been opened. */
+    readonly opened = new Signal();
+    /** The annotations are other ones than before. */
+    readonly changed = new Signal();
+    /** The mouse, in pixels of the canvas. */
+    mouse: readonly [number, number] = [0, 0];
+    private document_: Document;
+
+    /** @param text the scene that is open first; `opened` does not tell of it */
+    constructor(
+        readonly library: Dorvale,
+        readonly stage: Stage,
+        text: string,
+    ) {
+        this.document_ = new Document(text, library);
+        this.show_();
+    }
+
+    get document(): Document {
+        return this.document_;
+    }
+
+    get frame(): Frame {
+        return this.stage.camera.frame;
+    }
+
+    get view(): View {
+        return this.stage.camera.view;
+    }
+
+    /**
+     * Opens a scene.
+     *
+     * @throws Error with one line that says where and what; the scene that was open stays
+     */
+    open(text: string): void {
+        const next = new Document(text, this.library);
+        this.document_.part.dispose();
+        this.document_ = next;
+        this.show_();
+        this.opened.emit();
+    }
+
+    /** Shows the part whole. */
+    fit(): void {
+        this.stage.camera.look(fitted(this.frame, this.document_.part.outline()));
+        this.stage.settle();
+    }
+
+    change(recipes: readonly Recipe[]): void {
+        this.document_.change(recipes);
+        this.changed.emit();
+    }
+
+    undo(): void {
+        this.document_.undo();
+        this.changed.emit();
+    }
+
+    redo(): void {
+        this.document_.redo();
+        this.changed.emit();
+    }
+
+    /** An annotation as it is drawn in the view. */
+    drawing(recipe: Recipe): Drawing {
+        const [annotation] = this.document_.build([recipe], this.view);
+        return drawingOf(annotation!, this.stage.glyphs);
+    }
+
+    /** Where the line of sight through the mouse meets a plane; undefined for one seen edge-on. */
+    onPlane(plane: Plane): Vec | undefined {
+        return placeOn(plane, fromScreen(...this.mouse, this.frame), this.view.to);
+    }
+
+    private show_(): void {
+        const { part, view } = this.document_;
+        const { camera } = this.stage;
+        this.stage.show(part);
+        camera.look({ view });
+        camera.look(fitted(this.frame, part.outline()));
+        this.stage.still();
+    }
+}
