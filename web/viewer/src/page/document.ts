@@ -1,6 +1,7 @@
 // The scene that is open: its part, its annotations, and what was done to them.
 import type { Annotation, Dorvale, Recipe } from "dorvale";
 import { Scene, toModel } from "dorvale";
+import { wholeCircles } from "../rules/circles.js";
 import type { Edge } from "../rules/things.js";
 import { begun, changed, type History, redone, undone } from "../rules/undo.js";
 import type { Vec } from "../rules/vec.js";
@@ -13,7 +14,7 @@ type Members = Record<string, unknown>;
 /** The format of scenes that is read and written. */
 const version = 1;
 /** What the package does not read. */
-const viewersOwn = ["version", "mesh", "views", "view", "annotations"];
+const viewersOwn = ["version", "mesh", "view", "annotations"];
 
 export interface NamedView {
     readonly name: string;
@@ -121,7 +122,7 @@ export class Document {
         this.views = viewsOf(members);
         this.view = viewOf(members["view"] ?? "top", this.views);
         const built = this.build(recipes, this.view);
-        const edges = edgesOf(members);
+        const edges = wholeCircles(edgesOf(members));
         // A scene without a model is as large as its annotations.
         const drawn = edges.length > 0 ? [] : built.flatMap(outlineOf);
         const mesh = members["mesh"] as SceneMesh | undefined;

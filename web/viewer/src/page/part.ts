@@ -15,6 +15,7 @@ import { type Pickable, pickable, type Snap, snapsAt } from "../rules/snap.js";
 import type { Edge } from "../rules/things.js";
 import { moved, type Vec } from "../rules/vec.js";
 import type { Frame } from "../rules/view.js";
+import type { MeshGeometry } from "./mesh.js";
 
 /** What stands this much nearer to the viewer hides what is behind it: a part of its size. */
 const tolerance = 2e-3;
@@ -28,7 +29,8 @@ export class Part {
     readonly things: Pickable;
     private readonly faces_: MeshBVH | undefined;
 
-    constructor(edges: readonly Edge[], faces: BufferGeometry | undefined, others: readonly Vec[]) {
+    constructor(edges: readonly Edge[], mesh: MeshGeometry | undefined, others: readonly Vec[]) {
+        const faces = mesh?.faces;
         this.things = pickable(edges);
         const drawn = this.things.edges.flatMap(({ through }) => through);
         const low = new Vector3(Infinity, Infinity, Infinity);
@@ -51,6 +53,9 @@ export class Part {
             this.group.add(new Mesh(faces, faceMaterial));
         }
         this.group.add(new LineSegments(segmentsOf(this.things), edgeMaterial));
+        if (mesh?.curves !== undefined) {
+            this.group.add(new LineSegments(mesh.curves, edgeMaterial));
+        }
     }
 
     /** Frees what the graphics card holds of it. */

@@ -21,15 +21,29 @@ const mostBytes = 256 * 2 ** 20;
 
 const answer = (message: Answer) => (self.postMessage as (message: Answer) => void)(message);
 
-async function inflated(packed: string): Promise<ArrayBuffer> {
-    const bytes = Uint8Array.from(atob(packed), (c) => c.charCodeAt(0));
+/** The module is compiled while it is inflated. */
+async function started(packed: string): Promise<Occt> {
+    const text = atob(packed);
+    const bytes = new Uint8Array(text.length);
+    for (let i = 0; i < text.length; ++i) {
+        bytes[i] = text.charCodeAt(i);
+    }
     const stream = new Blob([bytes]).stream().pipeThrough(new DecompressionStream("deflate"));
-    return new Response(stream).arrayBuffer();
-}
-
-async function started(wasm: string): Promise<Occt> {
+    const headers = { "Content-Type": "application/wasm" };
     const silent = () => {};
-    return init({ wasmBinary: await inflated(wasm), print: silent, printErr: silent });
+    return init({
+        print: silent,
+        printErr: silent,
+        locateFile: (name: string) => name,
+        instantiateWasm: (
+            imports: WebAssembly.Imports,
+            done: (instance: WebAssembly.Instance, module: WebAssembly.Module) => void,
+        ) => {
+            void WebAssembly.instantiateStreaming(new Response(stream, { headers }), imports).then(
+                ({ instance, module }) => done(instance, module),
+            );
+        },
+    });
 }
 
 function read(occt: Occt, bytes: Uint8Array, title: string): string {
