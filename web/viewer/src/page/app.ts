@@ -30,6 +30,7 @@ export class App {
         this.commands.add(...lookingCommands(this.space), ...editingCommands(this));
         this.space.opened.listen(() => this.opened_());
         this.space.changed.listen(() => this.showAll_());
+        this.space.shown.changed.listen(() => this.placed.build());
         this.measuring.changed.listen(() => this.tell());
         stage.stopped.listen(() => this.viewStopped_());
         this.opened_();

@@ -130,6 +130,11 @@ export class Document {
         this.history_ = begun(recipes);
     }
 
+    /** A view of the scene, or a standard one. */
+    viewNamed(name: string): View {
+        return viewOf(name, this.views);
+    }
+
     get recipes(): readonly Recipe[] {
         return this.history_.present;
     }

@@ -69,6 +69,23 @@ export function drawingOf(annotation: Annotation, glyphs: Glyphs): Drawing {
     };
 }
 
+/** The same, not drawn. */
+export const unseen = ({ text }: Drawing): Drawing => ({ ...empty, text });
+
+/** Points that reach as far as it does. */
+export function outlineOf({ segments, labels }: Drawing): Vec[] {
+    const ends = Array.from(
+        { length: segments.length / 3 },
+        (_, i) => segments.slice(3 * i, 3 * i + 3) as unknown as Vec,
+    );
+    const corners = labels.flatMap(({ center, x, y, width, height, left, bottom }) =>
+        [left, left + width].flatMap((u) =>
+            [bottom, bottom + height].map((v) => moved(moved(center, x, u), y, v)),
+        ),
+    );
+    return [...ends, ...corners];
+}
+
 /** Draws annotations in one colour: six draw calls, however many there are. */
 export class Ink {
     readonly group = new Group();

@@ -3,9 +3,11 @@ import { type StandardView, standardViews, type View } from "../rules/view.js";
 import type { Command } from "./commands.js";
 import type { Workspace } from "./workspace.js";
 
-/** Looks at the part from a side, and shows it whole. */
+/** Looks at the part from a side, and shows it whole; where annotations belong to it, them alone. */
 export function look(space: Workspace, view: View | StandardView): void {
-    space.stage.camera.look({ view: typeof view === "string" ? standardViews[view] : view });
+    const chosen = typeof view === "string" ? standardViews[view] : view;
+    space.shown.lookedFrom(chosen);
+    space.stage.camera.look({ view: chosen });
     space.fit();
 }
 

@@ -6,15 +6,27 @@ import { App } from "./app.js";
 import { element } from "./dom.js";
 import { fileCommands, listenToFiles, sampleNames, sampleText } from "./files.js";
 import { listen } from "./mouse.js";
+import { type Report, ReportPanel } from "./report.js";
+import { showSheets } from "./sheetbar.js";
 import { Stage } from "./stage.js";
 
+/** A part that stands in the page itself, with the report on its dimensions. */
+interface Own {
+    readonly scene: unknown;
+    readonly report: Report;
+}
+
 async function start(): Promise<void> {
+    const written = element("part").textContent ?? "";
+    const own = written === "" ? undefined : (JSON.parse(written) as Own);
     const asked = new URLSearchParams(location.search).get("scene");
     const isKnown = asked !== null && sampleNames.includes(asked);
     const canvas = element<HTMLCanvasElement>("canvas");
     const [library, text] = await Promise.all([
         load(wasm),
-        sampleText(isKnown ? asked : sampleNames[0]!),
+        own !== undefined && !isKnown
+            ? JSON.stringify(own.scene)
+            : sampleText(isKnown ? asked : sampleNames[0]!),
     ]);
     const stage = new Stage(canvas);
     const app = new App(library, stage, text);
@@ -24,6 +36,10 @@ async function start(): Promise<void> {
     app.commands.add(...fileCommands(app));
     listen(canvas, app);
     listenToFiles(app);
+    showSheets(app);
+    if (own !== undefined && !isKnown) {
+        new ReportPanel(app, own.report);
+    }
     element("licences").textContent = licences;
     stage.draw();
     performance.mark("first frame");

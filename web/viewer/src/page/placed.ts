@@ -4,16 +4,21 @@ import { kindOf } from "../rules/kinds.js";
 import type { Plane } from "../rules/planes.js";
 import type { Vec } from "../rules/vec.js";
 import { element } from "./dom.js";
-import { type Drawing, drawingOf } from "./ink.js";
+import { type Drawing, drawingOf, unseen } from "./ink.js";
 import { isOn } from "./labels.js";
 import { List } from "./list.js";
+import { look } from "./looking.js";
 import { placementOf } from "./placement.js";
+import { sheetOf } from "../rules/sheets.js";
+import { Signal } from "./signal.js";
 import type { Workspace } from "./workspace.js";
 
 export class Placed {
     /** As they are built for the view. */
     annotations: readonly Annotation[] = [];
     drawings: readonly Drawing[] = [];
+    /** Another one is lit or selected. */
+    readonly pointed = new Signal();
     private lit_: number | undefined;
     private selected_: number | undefined;
     private readonly list_: List;
@@ -21,7 +26,7 @@ export class Placed {
     constructor(private readonly space_: Workspace) {
         this.list_ = new List(element("list"), element("count"), {
             hover: (index) => this.light(index),
-            select: (index) => this.select(index),
+            select: (index) => this.reveal(index),
             remove: (index) => this.remove(index),
         });
     }
@@ -48,9 +53,12 @@ export class Placed {
 
     /** Builds them for the view that there is. */
     build(): void {
-        const { document: scene, stage, view } = this.space_;
+        const { document: scene, stage, view, shown } = this.space_;
         this.annotations = scene.build(scene.recipes, view);
-        this.drawings = this.annotations.map((a) => drawingOf(a, stage.glyphs));
+        this.drawings = this.annotations.map((annotation, i) => {
+            const drawing = drawingOf(annotation, stage.glyphs);
+            return shown.has(scene.recipes[i]!) ? drawing : unseen(drawing);
+        });
         stage.placed.draw(this.drawings);
         this.light(this.lit_);
     }
@@ -81,6 +89,7 @@ export class Placed {
         });
         stage.lit.draw(lit);
         this.list_.light(index, this.selected_);
+        this.pointed.emit();
         stage.invalidate();
     }
 
@@ -96,6 +105,17 @@ export class Placed {
         this.selected_ = index;
         this.light(this.lit_);
         this.reveal_(index);
+    }
+
+    /** Selects one, and turns to its view where another one's annotations are shown. */
+    reveal(index: number): void {
+        const { space_: space } = this;
+        const name = sheetOf(space.document.recipes[index]!);
+        const { current } = space.shown;
+        if (name !== undefined && current !== undefined && current.name !== name) {
+            look(space, space.document.viewNamed(name));
+        }
+        this.select(index);
     }
 
     remove(index = this.selected_): void {

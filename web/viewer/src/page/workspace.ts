@@ -5,15 +5,21 @@ import { placeOn } from "../rules/place.js";
 import type { Vec } from "../rules/vec.js";
 import { fitted, type Frame, fromScreen, type View } from "../rules/view.js";
 import { Document } from "./document.js";
-import { type Drawing, drawingOf } from "./ink.js";
+import { type Drawing, drawingOf, outlineOf } from "./ink.js";
+import { Shown } from "./shown.js";
 import { Signal } from "./signal.js";
 import type { Stage } from "./stage.js";
+
+/** How much of the window a view fills that is shown with its annotations. */
+const closely = 0.94;
 
 export class Workspace {
     /** Another scene has been opened. */
     readonly opened = new Signal();
     /** The annotations are other ones than before. */
     readonly changed = new Signal();
+    /** Which annotations are shown. */
+    readonly shown = new Shown();
     /** The mouse, in pixels of the canvas. */
     mouse: readonly [number, number] = [0, 0];
     private document_: Document;
@@ -53,9 +59,9 @@ export class Workspace {
         this.opened.emit();
     }
 
-    /** Shows the part whole. */
+    /** Shows the part whole, and a view whose annotations are shown alone, with them. */
     fit(): void {
-        this.stage.camera.look(fitted(this.frame, this.document_.part.outline()));
+        this.fit_();
         this.stage.settle();
     }
 
@@ -89,8 +95,21 @@ export class Workspace {
         const { part, view } = this.document_;
         const { camera } = this.stage;
         this.stage.show(part);
+        this.shown.open(this.document_);
         camera.look({ view });
-        camera.look(fitted(this.frame, part.outline()));
+        this.fit_();
         this.stage.still();
+    }
+
+    private fit_(): void {
+        const { part, recipes } = this.document_;
+        const { camera } = this.stage;
+        if (this.shown.current === undefined) {
+            camera.look(fitted(this.frame, part.outline()));
+            return;
+        }
+        const drawn = recipes.filter((recipe) => this.shown.has(recipe));
+        const points = drawn.flatMap((recipe) => outlineOf(this.drawing(recipe)));
+        camera.look(fitted(this.frame, [...part.outline(), ...points], closely));
     }
 }

@@ -86,8 +86,8 @@ export function panned(frame: Frame, dx: number, dy: number): Frame {
     return { ...frame, target: fromScreen(frame.width / 2 - dx, frame.height / 2 - dy, frame) };
 }
 
-/** Shows points whole, with a margin around them. */
-export function fitted(frame: Frame, points: Iterable<Vec>): Frame {
+/** Shows points whole, in the middle of so much of the window. */
+export function fitted(frame: Frame, points: Iterable<Vec>, shown = 0.72): Frame {
     const low = [Infinity, Infinity, Infinity];
     const high = [-Infinity, -Infinity, -Infinity];
     const axes = [frame.view.right, frame.view.up, frame.view.to];
@@ -104,7 +104,6 @@ export function fitted(frame: Frame, points: Iterable<Vec>): Frame {
     const target = [0, 1, 2].map((k) =>
         axes.reduce((sum, axis, i) => sum + centre[i]! * axis[k]!, 0),
     ) as unknown as Vec;
-    const shown = 0.72;
     const unitsPerPixel = Math.max(
         (high[0]! - low[0]!) / (frame.width * shown),
         (high[1]! - low[1]!) / (frame.height * shown),
