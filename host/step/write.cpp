@@ -261,7 +261,7 @@ ordered_json sceneOf(const std::vector<Sheet>& sheets, const Body& body, const M
         for (const Annotation& annotation : sheet.annotations) {
             ordered_json json = annotationOf(annotation, sheet, model);
             json["finish"].update(finishOf(sheet));
-            json["calls"].front()["view"] = sheet.view.name;
+            json["views"] = {sheet.view.name};
             annotations.push_back(std::move(json));
         }
     }

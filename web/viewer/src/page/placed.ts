@@ -9,7 +9,7 @@ import { isOn } from "./labels.js";
 import { List } from "./list.js";
 import { look } from "./looking.js";
 import { placementOf } from "./placement.js";
-import { sheetOf } from "../rules/sheets.js";
+import { viewsOf } from "../rules/sheets.js";
 import { Signal } from "./signal.js";
 import type { Workspace } from "./workspace.js";
 
@@ -110,9 +110,9 @@ export class Placed {
     /** Selects one, and turns to its view where another one's annotations are shown. */
     reveal(index: number): void {
         const { space_: space } = this;
-        const name = sheetOf(space.document.recipes[index]!);
-        const { current } = space.shown;
-        if (name !== undefined && current !== undefined && current.name !== name) {
+        const recipe = space.document.recipes[index]!;
+        const [name] = viewsOf(recipe) ?? [];
+        if (name !== undefined && !space.shown.isHere(recipe)) {
             look(space, space.document.viewNamed(name));
         }
         this.select(index);

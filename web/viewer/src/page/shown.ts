@@ -1,6 +1,6 @@
 // Which annotations are shown: those of one view or of all, but for those that are left out.
 import type { Recipe } from "dorvale";
-import { areAlike, type Sheet, sheetOf, sheetsOf } from "../rules/sheets.js";
+import { areAlike, type Sheet, sheetsOf, viewsOf } from "../rules/sheets.js";
 import type { View } from "../rules/view.js";
 import type { Document } from "./document.js";
 import { Signal } from "./signal.js";
@@ -32,11 +32,14 @@ export class Shown {
     }
 
     has(recipe: Recipe): boolean {
-        const sheet = sheetOf(recipe);
         const name = nameOf(recipe);
-        const isHere = [undefined, sheet].includes(this.current_?.name) || sheet === undefined;
         const isWanted = name === undefined || (this.wanted_?.has(name) ?? true);
-        return isHere && isWanted && !this.isHidden(name);
+        return this.isHere(recipe) && isWanted && !this.isHidden(name);
+    }
+
+    /** Whether it belongs to the view whose annotations are shown. */
+    isHere(recipe: Recipe): boolean {
+        return this.current_ === undefined || (viewsOf(recipe)?.includes(this.current_.name) ?? true);
     }
 
     /** The annotations of a view alone; those of all views where none belong to it. */

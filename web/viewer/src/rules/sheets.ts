@@ -10,20 +10,15 @@ export interface Sheet {
     readonly count: number;
 }
 
-/** The name of the view that an annotation belongs to: that which a call of it has as its own. */
-export function sheetOf(recipe: Recipe): string | undefined {
-    const { calls, view } = recipe as unknown as { calls?: { view?: unknown }[]; view?: unknown };
-    const own = [view, ...(calls ?? []).map((call) => call.view)].find((v) => v !== undefined);
-    return typeof own === "string" ? own : undefined;
-}
+/** The names of the views that an annotation belongs to; undefined for one of all views. */
+export const viewsOf = (recipe: Recipe): readonly string[] | undefined =>
+    (recipe as unknown as { views?: readonly string[] }).views;
 
 /** The views that annotations belong to, in the order in which they come. */
 export function sheetsOf(recipes: readonly Recipe[], viewOf: (name: string) => View): Sheet[] {
     const counts = new Map<string, number>();
-    for (const name of recipes.map(sheetOf)) {
-        if (name !== undefined) {
-            counts.set(name, (counts.get(name) ?? 0) + 1);
-        }
+    for (const name of recipes.flatMap((recipe) => viewsOf(recipe) ?? [])) {
+        counts.set(name, (counts.get(name) ?? 0) + 1);
     }
     return [...counts].map(([name, count]) => ({ name, view: viewOf(name), count }));
 }
