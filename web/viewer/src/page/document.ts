@@ -2,6 +2,7 @@
 import type { Annotation, Dorvale, Recipe } from "dorvale";
 import { Scene, toModel } from "dorvale";
 import { wholeCircles } from "../rules/circles.js";
+import { areAlike, sheetsOf } from "../rules/sheets.js";
 import type { Edge } from "../rules/things.js";
 import { begun, changed, type History, redone, undone } from "../rules/undo.js";
 import type { Vec } from "../rules/vec.js";
@@ -170,7 +171,10 @@ export class Document {
 
     /** The scene's text, with the annotations that it has now, looked at as it is now. */
     save(view: View): string {
-        const scene = { ...this.members_, view: matrixOf(view), annotations: this.recipes };
+        const sheets = sheetsOf(this.recipes, (name) => this.viewNamed(name));
+        const sheet = sheets.find((one) => areAlike(one.view, view));
+        const written = sheet?.name ?? matrixOf(view);
+        const scene = { ...this.members_, view: written, annotations: this.recipes };
         return `${JSON.stringify(scene, undefined, 1)}\n`;
     }
 }

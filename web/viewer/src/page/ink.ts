@@ -6,9 +6,10 @@ import { LineSegments2 } from "three/addons/lines/LineSegments2.js";
 import { LineSegmentsGeometry } from "three/addons/lines/LineSegmentsGeometry.js";
 import { pointsOfArc } from "../rules/things.js";
 import { anySquare, cross, moved, type Vec } from "../rules/vec.js";
+import type { View } from "../rules/view.js";
 import type { Glyphs } from "./glyphs.js";
-import { type Label, labelsOf } from "./labels.js";
-import { writingGeometry, writingMaterial } from "./writing.js";
+import { axesOf, type Label, labelsOf } from "./labels.js";
+import { faintText, setOpacity, writingGeometry, writingMaterial } from "./writing.js";
 
 /** An annotation as it is drawn: its lines and arrow heads as coordinates, and its text. */
 export interface Drawing {
@@ -72,19 +73,24 @@ export function drawingOf(annotation: Annotation, glyphs: Glyphs): Drawing {
 /** The same, not drawn. */
 export const unseen = ({ text }: Drawing): Drawing => ({ ...empty, text });
 
-/** Points that reach as far as it does. */
-export function outlineOf({ segments, labels }: Drawing): Vec[] {
+/** Points that reach as far as it does in a view. */
+export function outlineOf({ segments, labels }: Drawing, view: View): Vec[] {
     const ends = Array.from(
         { length: segments.length / 3 },
         (_, i) => segments.slice(3 * i, 3 * i + 3) as unknown as Vec,
     );
-    const corners = labels.flatMap(({ center, x, y, width, height, left, bottom }) =>
-        [left, left + width].flatMap((u) =>
+    const corners = labels.flatMap((label) => {
+        const { center, left, bottom, width, height } = label;
+        const { x, y } = axesOf(label, view);
+        return [left, left + width].flatMap((u) =>
             [bottom, bottom + height].map((v) => moved(moved(center, x, u), y, v)),
-        ),
-    );
+        );
+    });
     return [...ends, ...corners];
 }
+
+/** Of what the part hides. */
+const faint = 0.22;
 
 /** Draws annotations in one colour: six draw calls, however many there are. */
 export class Ink {
@@ -106,7 +112,7 @@ export class Ink {
             color,
             linewidth: width,
             transparent: true,
-            opacity: 0.22,
+            opacity: faint,
             depthTest: false,
             depthWrite: false,
         });
@@ -114,6 +120,12 @@ export class Ink {
         this.writing_ = (["ghost", "rim", "ink"] as const).map((pass) =>
             writingMaterial(glyphs_, this.color_, pass),
         );
+    }
+
+    /** Whether the part hides nothing of it: a drawing stands in front of what it shows. */
+    stand(inFront: boolean): void {
+        this.hiddenLines_.opacity = inFront ? 1 : faint;
+        setOpacity(this.writing_[0]!, inFront ? 1 : faintText);
     }
 
     draw(drawings: readonly Drawing[]): void {

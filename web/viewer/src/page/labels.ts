@@ -1,7 +1,7 @@
 import type { ModelText } from "dorvale";
-import { facing } from "../rules/facing.js";
-import { dot, moved, sub, type Vec } from "../rules/vec.js";
-import { type Frame, toScreen } from "../rules/view.js";
+import { facing, type TextAxes } from "../rules/facing.js";
+import { moved, sub, type Vec } from "../rules/vec.js";
+import { type Frame, toScreen, type View } from "../rules/view.js";
 import type { Glyphs } from "./glyphs.js";
 
 /** A line of text, laid out about a point that stays where it is when the text turns. */
@@ -30,8 +30,8 @@ export function labelsOf(texts: readonly ModelText[], toScreen: boolean, glyphs:
             height * characters.reduce((sum, character) => sum + glyphs.of(character).advance, 0);
         if (toScreen) {
             const first = texts[0]!.location;
-            const down = Math.sign(dot(sub(location, first), texts[0]!.yAxis)) || 0;
-            const bottom = down * Math.hypot(...sub(location, first));
+            // Lines run downwards, whichever way the plane's axes lie.
+            const bottom = -Math.hypot(...sub(location, first));
             return { characters, center: first, x: none, y: none, left: 0, bottom, width, height };
         }
         const center = moved(moved(location, xAxis, width / 2), yAxis, middle * height);
@@ -48,14 +48,17 @@ export function labelsOf(texts: readonly ModelText[], toScreen: boolean, glyphs:
     });
 }
 
+/** The axes that a label is read along in a view. */
+export const axesOf = (label: Label, view: View): TextAxes =>
+    label.x === none ? { x: view.right, y: view.up } : facing(label, view);
+
 /** How many pixels around a text belong to it. */
 const margin = 3;
 
 /** Whether a pixel lies on a label. */
 export function isOn(label: Label, x: number, y: number, frame: Frame): boolean {
     const { view } = frame;
-    const isUpright = label.x === none;
-    const axes = isUpright ? { x: view.right, y: view.up } : facing(label, view);
+    const axes = axesOf(label, view);
     const corner = (u: number, v: number) =>
         toScreen(moved(moved(label.center, axes.x, u), axes.y, v), frame);
     const border = margin * frame.unitsPerPixel;

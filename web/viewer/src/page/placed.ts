@@ -9,7 +9,7 @@ import { isOn } from "./labels.js";
 import { List } from "./list.js";
 import { look } from "./looking.js";
 import { placementOf } from "./placement.js";
-import { viewsOf } from "../rules/sheets.js";
+import { areAlike, viewsOf } from "../rules/sheets.js";
 import { Signal } from "./signal.js";
 import type { Workspace } from "./workspace.js";
 
@@ -59,6 +59,7 @@ export class Placed {
             const drawing = drawingOf(annotation, stage.glyphs);
             return shown.has(scene.recipes[i]!) ? drawing : unseen(drawing);
         });
+        stage.placed.stand(shown.current !== undefined && areAlike(shown.current.view, view));
         stage.placed.draw(this.drawings);
         this.light(this.lit_);
     }

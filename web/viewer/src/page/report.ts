@@ -32,7 +32,7 @@ function rowOf(dimension: Dimension): HTMLElement {
     row.dataset["name"] = nameFor(dimension);
     row.dataset["fate"] = fate;
     row.title = [name, unit].filter((word) => word !== "").join(", ");
-    row.children[0]!.textContent = text;
+    row.children[0]!.textContent = text === "" ? name : text;
     row.children[1]!.textContent = [nameFor(dimension), fate, ...views].join(" · ");
     row.children[3]!.textContent = reason;
     (row.children[2] as HTMLElement).hidden = views.length === 0;

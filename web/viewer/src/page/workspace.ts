@@ -109,7 +109,7 @@ export class Workspace {
             return;
         }
         const drawn = recipes.filter((recipe) => this.shown.has(recipe));
-        const points = drawn.flatMap((recipe) => outlineOf(this.drawing(recipe)));
+        const points = drawn.flatMap((recipe) => outlineOf(this.drawing(recipe), this.view));
         camera.look(fitted(this.frame, [...part.outline(), ...points], closely));
     }
 }

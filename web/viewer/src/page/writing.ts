@@ -56,6 +56,13 @@ export const viewAxes = {
     to: { value: new Vector3(0, 0, 1) },
 };
 
+/** How much is seen of text that the part hides. */
+export const faintText = 0.3;
+
+export function setOpacity(material: ShaderMaterial, opacity: number): void {
+    material.uniforms["opacity"]!.value = opacity;
+}
+
 export function writingMaterial(
     glyphs: Glyphs,
     color: Color,
@@ -69,7 +76,7 @@ export function writingMaterial(
             map: { value: glyphs.texture },
             color: { value: color },
             rim: { value: new Color(0xf8fafc) },
-            opacity: { value: pass === "ghost" ? 0.3 : pass === "rim" ? 0.85 : 1 },
+            opacity: { value: pass === "ghost" ? faintText : pass === "rim" ? 0.85 : 1 },
             isRim: { value: pass === "rim" },
         },
         transparent: true,
