@@ -24,14 +24,21 @@ for (let i = 0; i < 5; ++i) {
 }
 console.log(`first frame: ${median(opened).toFixed(0)} ms after opening`);
 
-const viewer = await Viewer.open();
-const loading = await viewer.page.evaluate((text) => {
-    const started = performance.now();
-    window.viewer.app.open(text, "many.json");
-    return performance.now() - started;
-}, JSON.stringify(many(10000)));
-console.log(`10,000 annotations: open after ${loading.toFixed(0)} ms`);
-await viewer.close();
+const text = JSON.stringify(many(10000));
+const loading = [];
+for (let i = 0; i < 5; ++i) {
+    const viewer = await Viewer.open();
+    loading.push(
+        await viewer.app((app, scene) => {
+            const started = performance.now();
+            app.open(scene, "many.json");
+            app.stage.draw();
+            return performance.now() - started;
+        }, text),
+    );
+    await viewer.close();
+}
+console.log(`10,000 annotations: open and handed to the rasteriser after ${median(loading).toFixed(0)} ms`);
 
 /** Milliseconds of script in a frame while the view turns. */
 async function frame(scene) {

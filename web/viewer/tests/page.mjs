@@ -84,6 +84,15 @@ export class Viewer {
         await this.page.mouse.up();
     }
 
+    /** Clicks on a pixel of the canvas. */
+    async clickPixel([x, y]) {
+        const { left, top } = await this.page.evaluate(() => {
+            const box = document.getElementById("canvas").getBoundingClientRect();
+            return { left: box.left, top: box.top };
+        });
+        await this.page.mouse.click(x + left, y + top);
+    }
+
     async drag(from, to, options = {}) {
         await this.page.mouse.move(...from);
         await this.page.mouse.down(options);

@@ -318,27 +318,24 @@ story(
     async (viewer) => {
         const { rows } = JSON.parse(read("web/viewer/tests/data/mounting_plate.json"));
         assert.ok(rows.length >= 40);
-        // What the mouse's events call, without waiting for a frame each time.
-        const found = await viewer.app((app, list) => list.map((row) => {
-            app.look(row.view);
-            app.stage.camera.look({ target: row.target, unitsPerPixel: row.unitsPerPixel });
-            for (const pick of row.picks) {
-                const [x, y] = window.viewer.toScreen(pick, app.stage.camera.frame);
-                app.click(x, y);
+        for (const { id, view, target, unitsPerPixel, picks, tabs, place, value } of rows) {
+            await viewer.app((app, [side, frame]) => {
+                app.look(side);
+                app.stage.camera.look(frame);
+                app.stage.settle();
+            }, [view, { target, unitsPerPixel }]);
+            for (const pick of picks) {
+                await viewer.click(pick);
             }
-            for (let tab = 0; tab < row.tabs; ++tab) {
-                app.measuring.choose(app.measuring.picking.choice + 1);
+            for (let tab = 0; tab < tabs; ++tab) {
+                await viewer.press("Tab");
             }
-            app.click(...row.place);
-            const values = app.placed.annotations.map(({ measured }) => measured.value);
-            app.space.undo();
-            return values;
-        }), rows);
-        rows.forEach(({ id, value }, i) => {
-            const [measured] = found[i];
-            assert.equal(found[i].length, 1, id);
-            assert.ok(Math.abs(measured - value) < 1e-4, `${id}: ${measured} instead of ${value}`);
-        });
+            await viewer.clickPixel(place);
+            const measured = await viewer.app((app) => app.placed.annotations.map((a) => a.measured.value));
+            assert.equal(measured.length, 1, id);
+            assert.ok(Math.abs(measured[0] - value) < 1e-4, `${id}: ${measured} instead of ${value}`);
+            await viewer.press("Control+z");
+        }
     },
     { scene: undefined, query: "?scene=mounting_plate" },
 );

@@ -7,7 +7,7 @@ import type { Document } from "./document.js";
 import { element } from "./dom.js";
 import { Dragging } from "./dragging.js";
 import { editingCommands } from "./editing.js";
-import { look, lookingCommands } from "./looking.js";
+import { look, lookingCommands, showNamedViews } from "./looking.js";
 import { Measuring } from "./measuring.js";
 import { Placed } from "./placed.js";
 import type { Stage } from "./stage.js";
@@ -28,6 +28,7 @@ export class App {
         this.dragging = new Dragging(this.space, this.placed);
         this.commands = new Commands(element("canvas"));
         this.commands.add(...lookingCommands(this.space), ...editingCommands(this));
+        showNamedViews(this.space);
         this.space.opened.listen(() => this.opened_());
         this.space.changed.listen(() => this.showAll_());
         this.space.shown.changed.listen(() => this.placed.build());

@@ -9,6 +9,7 @@ import type { Vec } from "../rules/vec.js";
 import { matrixOf, standardViews, type View, viewOfMatrix } from "../rules/view.js";
 import { meshGeometry, type SceneMesh } from "./mesh.js";
 import { Part } from "./part.js";
+import { settled } from "./placement.js";
 
 type Members = Record<string, unknown>;
 
@@ -21,6 +22,8 @@ export interface NamedView {
     readonly name: string;
     readonly view: View;
 }
+
+const isObject = (value: unknown): boolean => typeof value === "object" && value !== null;
 
 /** The annotation as it is built here: turned readable, whatever its scene says. */
 function shown(recipe: Recipe, sceneFinish: unknown): Recipe {
@@ -61,11 +64,15 @@ function viewOf(value: unknown, named: readonly NamedView[]): View {
     throw new Error("view: expected the name of a view or 16 numbers");
 }
 
+/** What a member says that is a point, by its name or its coordinates. */
+function pointOf(members: Members): (value: unknown) => Vec {
+    const points = (members["points"] ?? {}) as Record<string, Vec>;
+    return (value) => (typeof value === "string" ? points[value]! : (value as Vec));
+}
+
 /** The edges, which the package has found right. */
 function edgesOf(members: Members): Edge[] {
-    const points = (members["points"] ?? {}) as Record<string, Vec>;
-    const point = (value: unknown): Vec =>
-        typeof value === "string" ? points[value]! : (value as Vec);
+    const point = pointOf(members);
     return ((members["edges"] ?? []) as Members[]).map((edge): Edge => {
         const ends =
             edge["start"] === undefined
@@ -90,12 +97,14 @@ function edgesOf(members: Members): Edge[] {
 export class Document {
     readonly part: Part;
     readonly title: string;
-    /** How the scene is looked at first; undefined where it does not say. */
+    /** How the scene is looked at first. */
     readonly view: View;
     readonly views: readonly NamedView[];
     private readonly members_: Members;
     private readonly scene_: Scene;
     private history_: History<readonly Recipe[]>;
+    private builtFor_: readonly number[] = [];
+    private built_ = new WeakMap<Recipe, Annotation>();
 
     /**
      * @param text a scene's text
@@ -128,7 +137,8 @@ export class Document {
         const drawn = edges.length > 0 ? [] : built.flatMap(outlineOf);
         const mesh = members["mesh"] as SceneMesh | undefined;
         this.part = new Part(edges, mesh && meshGeometry(mesh), drawn);
-        this.history_ = begun(recipes);
+        const point = pointOf(members);
+        this.history_ = begun(recipes.map((recipe, i) => settled(recipe, built[i]!, point)));
     }
 
     /** A view of the scene, or a standard one. */
@@ -160,13 +170,20 @@ export class Document {
         this.history_ = redone(this.history_);
     }
 
-    /** Annotations as they are seen in a view. */
+    /** Annotations as they are seen in a view; what was built for it already is the same. */
     build(recipes: readonly Recipe[], view: View): Annotation[] {
+        const matrix = matrixOf(view);
+        if (matrix.some((x, i) => x !== this.builtFor_[i])) {
+            this.builtFor_ = matrix;
+            this.built_ = new WeakMap();
+        }
+        const built = this.built_;
+        const missing = recipes.filter((recipe) => !isObject(recipe) || !built.has(recipe));
         const finish = this.members_["finish"];
-        const readable = recipes.map((recipe) =>
-            typeof recipe === "object" && recipe !== null ? shown(recipe, finish) : recipe,
-        );
-        return [...this.library_.buildAll(readable, matrixOf(view), this.scene_)];
+        const readable = missing.map((recipe) => isObject(recipe) ? shown(recipe, finish) : recipe);
+        const annotations = [...this.library_.buildAll(readable, matrix, this.scene_)];
+        missing.forEach((recipe, i) => built.set(recipe, annotations[i]!));
+        return recipes.map((recipe) => built.get(recipe)!);
     }
 
     /** The scene's text, with the annotations that it has now, looked at as it is now. */

@@ -47,7 +47,6 @@ export class Dragging {
         const drawing = this.space_.drawing(recipe);
         this.placed_.hide(this.held_!.index);
         stage.following.draw([drawing]);
-        stage.invalidate();
         return `${drawing.text} · release: leave it here · Esc: leave it where it was`;
     }
 

@@ -1,53 +1,55 @@
-import { CanvasTexture, LinearFilter, LinearMipmapLinearFilter } from "three";
+import { CanvasTexture, LinearFilter, LinearMipmapLinearFilter, Vector2 } from "three";
 
-/** A character in the atlas: where it stands there, and how far the next one is, in em. */
+/** A character in the atlas: the pixel of its lower left corner, and how far the next one is, in em. */
 export interface Glyph {
-    readonly u: number;
-    readonly v: number;
+    readonly x: number;
+    readonly y: number;
     readonly advance: number;
 }
 
-const cell = 64;
+/** Of a character, in pixels. */
+export const cell = 64;
 const em = 40;
-const columns = 16;
-const rows = 16;
+const columns = 32;
+const rows = { first: 8, most: 128 };
 
 /** The side of a character's quad, in em. */
 export const side = cell / em;
 /** Where the base line and the start of the character stand in its quad, in em from the bottom left. */
 export const base = { x: (cell - em) / 2 / em, y: 20 / em };
-export const cellSize = { u: 1 / columns, v: 1 / rows };
 
-/** Every character that was asked for, drawn once: white on a black rim. */
+/** Every character that was asked for, drawn once: white on a black rim. It grows when it is full. */
 export class Glyphs {
     readonly texture: CanvasTexture;
-    private readonly context_: CanvasRenderingContext2D;
+    /** In pixels. */
+    readonly size = new Vector2();
+    private canvas_ = sheet(rows.first);
     private readonly glyphs_ = new Map<string, Glyph>();
 
     constructor() {
-        const canvas = document.createElement("canvas");
-        canvas.width = columns * cell;
-        canvas.height = rows * cell;
-        this.context_ = canvas.getContext("2d")!;
-        this.context_.font = `${em}px "DejaVu Sans", Verdana, "Segoe UI", sans-serif`;
-        this.context_.textBaseline = "alphabetic";
-        this.context_.lineJoin = "round";
-        this.texture = new CanvasTexture(canvas);
+        this.texture = new CanvasTexture(this.canvas_);
         this.texture.minFilter = LinearMipmapLinearFilter;
         this.texture.magFilter = LinearFilter;
         this.texture.anisotropy = 4;
+        this.size.set(this.canvas_.width, this.canvas_.height);
     }
 
-    /** A character; the last place stands for all that no longer have room. */
     of(character: string): Glyph {
         const known = this.glyphs_.get(character);
         return known ?? this.draw_(character);
     }
 
     private draw_(character: string): Glyph {
-        const place = Math.min(this.glyphs_.size, columns * rows - 1);
+        if (this.glyphs_.size === (columns * this.canvas_.height) / cell) {
+            this.grow_();
+        }
+        // More characters than a script has: the last place is the last one's.
+        const place = Math.min(this.glyphs_.size, columns * rows.most - 1);
         const [x, y] = [(place % columns) * cell, Math.floor(place / columns) * cell];
-        const context = this.context_;
+        const context = this.canvas_.getContext("2d")!;
+        context.font = `${em}px "DejaVu Sans", Verdana, "Segoe UI", sans-serif`;
+        context.textBaseline = "alphabetic";
+        context.lineJoin = "round";
         context.save();
         context.beginPath();
         context.rect(x, y, cell, cell);
@@ -62,8 +64,29 @@ export class Glyphs {
         const advance = context.measureText(character).width / em;
         context.restore();
         this.texture.needsUpdate = true;
-        const glyph = { u: x / (columns * cell), v: 1 - (y + cell) / (rows * cell), advance };
+        const glyph = { x, y: y + cell, advance };
         this.glyphs_.set(character, glyph);
         return glyph;
     }
+
+    /** Twice as many places; those that are taken stay where they are. */
+    private grow_(): void {
+        const before = this.canvas_;
+        if (before.height >= rows.most * cell) {
+            return;
+        }
+        this.canvas_ = sheet((2 * before.height) / cell);
+        this.canvas_.getContext("2d")!.drawImage(before, 0, 0);
+        this.size.set(this.canvas_.width, this.canvas_.height);
+        this.texture.image = this.canvas_;
+        // The size of what is on the graphics card cannot change.
+        this.texture.dispose();
+    }
+}
+
+function sheet(count: number): HTMLCanvasElement {
+    const canvas = document.createElement("canvas");
+    canvas.width = columns * cell;
+    canvas.height = count * cell;
+    return canvas;
 }

@@ -16,23 +16,31 @@ export interface Label {
     readonly bottom: number;
     readonly width: number;
     readonly height: number;
+    /** How wide a character is that is as wide as high. */
+    readonly em: number;
 }
 
+/** A text with the width of its characters. */
+export type Line = ModelText & { readonly em: number };
+
 const none: Vec = [0, 0, 0];
+
+/** Whether it stands parallel to the screen. */
+export const isUpright = ({ x }: Label): boolean => x === none;
+
 /** The middle of capital letters above the base line, in em. */
 const middle = 0.36;
 
 /** The lines of an annotation's text. */
-export function labelsOf(texts: readonly ModelText[], toScreen: boolean, glyphs: Glyphs): Label[] {
-    return texts.map(({ text, location, xAxis, yAxis, height }) => {
+export function labelsOf(texts: readonly Line[], toScreen: boolean, glyphs: Glyphs): Label[] {
+    return texts.map(({ text, location, xAxis, yAxis, height, em }) => {
         const characters = [...text];
-        const width =
-            height * characters.reduce((sum, character) => sum + glyphs.of(character).advance, 0);
+        const width = em * characters.reduce((sum, c) => sum + glyphs.of(c).advance, 0);
         if (toScreen) {
             const first = texts[0]!.location;
             // Lines run downwards, whichever way the plane's axes lie.
             const bottom = -Math.hypot(...sub(location, first));
-            return { characters, center: first, x: none, y: none, left: 0, bottom, width, height };
+            return { characters, center: first, x: none, y: none, left: 0, bottom, width, height, em };
         }
         const center = moved(moved(location, xAxis, width / 2), yAxis, middle * height);
         return {
@@ -44,13 +52,14 @@ export function labelsOf(texts: readonly ModelText[], toScreen: boolean, glyphs:
             bottom: -middle * height,
             width,
             height,
+            em,
         };
     });
 }
 
 /** The axes that a label is read along in a view. */
 export const axesOf = (label: Label, view: View): TextAxes =>
-    label.x === none ? { x: view.right, y: view.up } : facing(label, view);
+    isUpright(label) ? { x: view.right, y: view.up } : facing(label, view);
 
 /** How many pixels around a text belong to it. */
 const margin = 3;

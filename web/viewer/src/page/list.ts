@@ -10,8 +10,16 @@ export interface ListEvents {
     readonly remove: (index: number) => void;
 }
 
+/** So many rows are made at once; the eye sees no more of them, and the others have time. */
+const atOnce = 100;
+
 /** The list of the annotations with their values. */
 export class List {
+    private rows_: readonly Row[] = [];
+    private readonly items_: HTMLElement[] = [];
+    private marked_: readonly HTMLElement[] = [];
+    private waiting_: ReturnType<typeof setTimeout> | undefined;
+
     constructor(
         private readonly root_: HTMLElement,
         private readonly count_: HTMLElement,
@@ -33,27 +41,70 @@ export class List {
     }
 
     show(rows: readonly Row[]): void {
+        this.rows_ = rows;
         this.count_.textContent = `(${rows.length})`;
-        const template = document.createElement("template");
-        template.innerHTML = '<li><b></b><small></small><button title="Delete">✕</button></li>';
-        const row = template.content.firstElementChild!;
-        const items = rows.map(({ value, kind }, i) => {
-            const item = row.cloneNode(true) as HTMLElement;
-            item.dataset["index"] = String(i);
-            item.children[0]!.textContent = value;
-            item.children[1]!.textContent = kind;
-            return item;
-        });
-        this.root_.replaceChildren(...items);
+        this.items_.splice(rows.length).forEach((item) => item.remove());
+        this.items_.forEach((item, i) => write(item, rows[i]!));
+        this.make_(atOnce);
+        this.goOn_();
     }
 
     light(lit: number | undefined, selected: number | undefined): void {
-        this.root_.querySelectorAll(".lit, .selected").forEach((item) => item.removeAttribute("class"));
-        this.root_.children[lit ?? -1]?.classList.add("lit");
-        this.root_.children[selected ?? -1]?.classList.add("selected");
+        this.marked_.forEach((item) => item.classList.remove("lit", "selected"));
+        const mark = (index: number | undefined, name: string) => {
+            const item = index === undefined ? undefined : this.items_[index];
+            item?.classList.add(name);
+            return item === undefined ? [] : [item];
+        };
+        this.marked_ = [...mark(lit, "lit"), ...mark(selected, "selected")];
     }
 
+    /** Scrolls to a row, which is then there in any case. */
     reveal(index: number): void {
-        this.root_.children[index]?.scrollIntoView({ block: "nearest" });
+        this.make_(index + atOnce);
+        this.items_[index]?.scrollIntoView({ block: "nearest" });
     }
+
+    /** Makes rows until there are so many. */
+    private make_(count: number): void {
+        const made = this.rows_.slice(this.items_.length, count).map((row, i) => {
+            const item = template().cloneNode(true) as HTMLElement;
+            item.dataset["index"] = String(this.items_.length + i);
+            write(item, row);
+            return item;
+        });
+        this.items_.push(...made);
+        this.root_.append(...made);
+    }
+
+    private goOn_(): void {
+        clearTimeout(this.waiting_);
+        if (this.items_.length < this.rows_.length) {
+            this.waiting_ = setTimeout(() => {
+                this.make_(this.items_.length + atOnce);
+                this.goOn_();
+            }, 30);
+        }
+    }
+}
+
+function write(item: HTMLElement, { value, kind }: Row): void {
+    [value, kind].forEach((text, i) => {
+        const child = item.children[i]!;
+        if (child.textContent !== text) {
+            child.textContent = text;
+        }
+    });
+}
+
+let made: Element | undefined;
+
+/** An empty row. */
+function template(): Element {
+    if (made === undefined) {
+        const holder = document.createElement("template");
+        holder.innerHTML = '<li><b></b><small></small><button title="Delete">✕</button></li>';
+        made = holder.content.firstElementChild!;
+    }
+    return made;
 }

@@ -1,6 +1,7 @@
-// The commands that turn the view.
+// Turning the view to a side, and to the views that a scene names.
 import { type StandardView, standardViews, type View } from "../rules/view.js";
 import type { Command } from "./commands.js";
+import { element } from "./dom.js";
 import type { Workspace } from "./workspace.js";
 
 /** Looks at the part from a side, and shows it whole; where annotations belong to it, them alone. */
@@ -23,4 +24,23 @@ export function lookingCommands(space: Workspace): Command[] {
     }));
     const fit = { name: "fit", label: "Fit", keys: ["F"], face: "Fit", bar: "zoom", run: () => space.fit() };
     return [...views, fit];
+}
+
+/** The buttons of the views that the scene names. */
+export function showNamedViews(space: Workspace): void {
+    const root = element("named");
+    const show = () => {
+        const { views } = space.document;
+        root.hidden = views.length === 0;
+        root.replaceChildren(
+            ...views.map(({ name, view }) => {
+                const button = document.createElement("button");
+                button.textContent = name;
+                button.addEventListener("click", () => look(space, view));
+                return button;
+            }),
+        );
+    };
+    space.opened.listen(show);
+    show();
 }

@@ -100,7 +100,6 @@ export class Measuring {
             candidates.map(({ name }) => name),
             choice % Math.max(1, candidates.length),
         );
-        stage.invalidate();
         return {
             hovered,
             first,

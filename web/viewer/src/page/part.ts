@@ -28,6 +28,8 @@ export class Part {
     readonly reach: number;
     readonly things: Pickable;
     private readonly faces_: MeshBVH | undefined;
+    /** x, y and z of the mesh's vertices. */
+    private readonly bulge_: ArrayLike<number> = [];
 
     constructor(edges: readonly Edge[], mesh: MeshGeometry | undefined, others: readonly Vec[]) {
         const faces = mesh?.faces;
@@ -49,6 +51,7 @@ export class Part {
         this.middle = middle.toArray();
         this.reach = isEmpty ? 50 : Math.max(high.distanceTo(low) / 2, 1e-3);
         if (faces !== undefined) {
+            this.bulge_ = faces.getAttribute("position").array;
             this.faces_ = new MeshBVH(faces);
             this.group.add(new Mesh(faces, faceMaterial));
         }
@@ -63,12 +66,16 @@ export class Part {
         this.group.children.forEach((child) => (child as Mesh).geometry.dispose());
     }
 
-    /** Corners and ends, for fitting the view. */
+    /** Corners and ends, and what bulges between them, for fitting the view. */
     *outline(): Iterable<Vec> {
         for (const { through } of this.things.edges) {
             yield* through;
         }
-        if (this.things.edges.length === 0) {
+        const bulge = this.bulge_;
+        for (let i = 0; i < bulge.length; i += 3) {
+            yield [bulge[i]!, bulge[i + 1]!, bulge[i + 2]!];
+        }
+        if (this.things.edges.length === 0 && bulge.length === 0) {
             for (const s of [-1, 1]) {
                 yield [0, 1, 2].map((i) => this.middle[i]! + (s * this.reach) / 2) as unknown as Vec;
             }

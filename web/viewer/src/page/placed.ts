@@ -1,17 +1,27 @@
 // The annotations of the scene as they are seen: in the model, and as a list beside it.
 import { type Annotation, toModel } from "dorvale";
+import { isMirrored, runsBackwards } from "../rules/facing.js";
 import { kindOf } from "../rules/kinds.js";
 import type { Plane } from "../rules/planes.js";
 import type { Vec } from "../rules/vec.js";
+import type { View } from "../rules/view.js";
 import { element } from "./dom.js";
-import { type Drawing, drawingOf, unseen } from "./ink.js";
-import { isOn } from "./labels.js";
+import { areAlike, viewsOf } from "../rules/sheets.js";
+import { type Drawing, drawingOf, unseen } from "./drawing.js";
+import { isOn, isUpright } from "./labels.js";
 import { List } from "./list.js";
 import { look } from "./looking.js";
-import { placementOf } from "./placement.js";
-import { areAlike, viewsOf } from "../rules/sheets.js";
+import { placeIn, placementOf } from "./placement.js";
 import { Signal } from "./signal.js";
 import type { Workspace } from "./workspace.js";
+
+/** From which side the text is read, and whether it would be upside down. */
+function facingOf({ labels: [label] }: Drawing, view: View): number {
+    if (label === undefined || isUpright(label)) {
+        return 0;
+    }
+    return (isMirrored(label, view) ? 1 : 0) + (runsBackwards(label.x, view) ? 2 : 0);
+}
 
 export class Placed {
     /** As they are built for the view. */
@@ -19,6 +29,9 @@ export class Placed {
     drawings: readonly Drawing[] = [];
     /** Another one is lit or selected. */
     readonly pointed = new Signal();
+    private readonly drawn_ = new WeakMap<Annotation, Drawing>();
+    /** From which side each is read. */
+    private facings_: number[] = [];
     private lit_: number | undefined;
     private selected_: number | undefined;
     private readonly list_: List;
@@ -29,6 +42,7 @@ export class Placed {
             select: (index) => this.reveal(index),
             remove: (index) => this.remove(index),
         });
+        space_.stage.drawing.listen(() => this.turn_());
     }
 
     /** The one under the cursor. */
@@ -56,12 +70,43 @@ export class Placed {
         const { document: scene, stage, view, shown } = this.space_;
         this.annotations = scene.build(scene.recipes, view);
         this.drawings = this.annotations.map((annotation, i) => {
-            const drawing = drawingOf(annotation, stage.glyphs);
+            const drawing = this.drawing_(annotation);
             return shown.has(scene.recipes[i]!) ? drawing : unseen(drawing);
         });
+        this.facings_ = this.drawings.map((drawing) => facingOf(drawing, view));
         stage.placed.stand(shown.current !== undefined && areAlike(shown.current.view, view));
         stage.placed.draw(this.drawings);
         this.light(this.lit_);
+    }
+
+    /** While the view turns, those that come to be read from another side are built again. */
+    private turn_(): void {
+        const { document: scene, stage, view } = this.space_;
+        const flipped = this.drawings.flatMap((drawing, i) =>
+            facingOf(drawing, view) === this.facings_[i] ? [] : [i],
+        );
+        if (flipped.length === 0) {
+            return;
+        }
+        const annotations = [...this.annotations];
+        const drawings = [...this.drawings];
+        const recipes = flipped.map((i) => scene.recipes[i]!);
+        scene.build(recipes, view).forEach((annotation, k) => {
+            const i = flipped[k]!;
+            annotations[i] = annotation;
+            drawings[i] = this.drawing_(annotation);
+            this.facings_[i] = facingOf(drawings[i], view);
+        });
+        this.annotations = annotations;
+        this.drawings = drawings;
+        stage.placed.draw(drawings);
+        this.light(this.lit_);
+    }
+
+    private drawing_(annotation: Annotation): Drawing {
+        const drawing = this.drawn_.get(annotation) ?? drawingOf(annotation, this.space_.stage.glyphs);
+        this.drawn_.set(annotation, drawing);
+        return drawing;
     }
 
     /** Leaves one out, which is drawn elsewhere. */
@@ -91,7 +136,6 @@ export class Placed {
         stage.lit.draw(lit);
         this.list_.light(index, this.selected_);
         this.pointed.emit();
-        stage.invalidate();
     }
 
     /** Lights the one under the cursor, and has the list show it. */
@@ -132,14 +176,8 @@ export class Placed {
         if (placement === undefined) {
             return undefined;
         }
-        if (placement.member === "locate" && annotation.located !== null) {
-            const m = annotation.plane;
-            const [u, v, w] = annotation.located.point;
-            return [0, 1, 2].map(
-                (i) => u * m[i]! + v * m[4 + i]! + w * m[8 + i]! + m[12 + i]!,
-            ) as unknown as Vec;
-        }
-        return toModel(annotation).texts[0]?.location;
+        const place = placement.member === "locate" ? placeIn(annotation) : undefined;
+        return place ?? toModel(annotation).texts[0]?.location;
     }
 
     /** The plane that one is moved in: its own, or the screen's for an upright note. */

@@ -1,6 +1,6 @@
 // Where an annotation can be taken and put.
-import type { Recipe } from "dorvale";
-import type { Vec } from "../rules/vec.js";
+import type { Annotation, Recipe } from "dorvale";
+import { distance, size, type Vec } from "../rules/vec.js";
 
 type Members = Record<string, unknown>;
 
@@ -35,4 +35,39 @@ export function replaced(recipe: Recipe, { member, call }: Placement, place: Vec
         i === call ? { ...c, [member]: [...place] } : c,
     );
     return { ...members, calls } as unknown as Recipe;
+}
+
+/** A place further than this from its plane, as a part of its coordinates, is not on it. */
+const tolerance = 1e-5;
+
+/** The place of an annotation, in the model: where it met the annotation's plane. */
+export function placeIn({ located, plane: m }: Annotation): Vec | undefined {
+    if (located === null) {
+        return undefined;
+    }
+    const [u, v, w] = located.point;
+    return [0, 1, 2].map(
+        (i) => u * m[i]! + v * m[4 + i]! + w * m[8 + i]! + m[12 + i]!,
+    ) as unknown as Vec;
+}
+
+/**
+ * The annotation with its place on its plane. A place off it is one of the line of sight, and would
+ * have the annotation slide away when the view turns.
+ *
+ * @param built as it is seen in the view that the place was picked in
+ * @param point the coordinates of a member that is a point
+ */
+export function settled(recipe: Recipe, built: Annotation, point: (value: unknown) => Vec): Recipe {
+    const placement = placementOf(recipe);
+    const place = placeIn(built);
+    if (placement?.member !== "locate" || place === undefined) {
+        return recipe;
+    }
+    const members = recipe as unknown as Members;
+    const call = (members["calls"] as Members[] | undefined)?.[placement.call!] ?? members;
+    const off = distance(point(call["locate"]), place);
+    // A call with a view of its own has its place met in that one.
+    const stays = call["view"] !== undefined || off <= tolerance * (1 + size(place));
+    return stays ? recipe : replaced(recipe, placement, place);
 }

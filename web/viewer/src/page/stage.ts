@@ -29,7 +29,11 @@ class Marker {
     readonly lines: LineSegments2;
     private thing_: Thing | undefined;
 
-    constructor(color: number) {
+    /** @param changed_ is called when something else is to be seen */
+    constructor(
+        color: number,
+        private readonly changed_: () => void,
+    ) {
         const material = new LineMaterial({ color, linewidth: 3.5, depthTest: false });
         this.lines = new LineSegments2(new LineSegmentsGeometry(), material);
         this.lines.renderOrder = 8;
@@ -38,7 +42,11 @@ class Marker {
     }
 
     show(thing: Thing | undefined): void {
+        if (thing === this.thing_) {
+            return;
+        }
         this.thing_ = thing;
+        this.changed_();
         this.lines.visible = thing !== undefined;
         if (thing !== undefined && !isPoint(thing)) {
             const through = pointsOf(thing);
@@ -72,11 +80,13 @@ class Marker {
 export class Stage {
     readonly camera: Camera;
     readonly glyphs = new Glyphs();
-    readonly placed = new Ink(0x123c8c, 1.4, this.glyphs);
-    readonly lit = new Ink(0xd9480f, 2, this.glyphs);
-    readonly following = new Ink(0x0b62c4, 1.6, this.glyphs);
-    readonly hovered = new Marker(0xe8590c);
-    readonly picked = new Marker(0x0b62c4);
+    readonly placed = this.ink_(0x123c8c, 1.4);
+    readonly lit = this.ink_(0xd9480f, 2);
+    readonly following = this.ink_(0x0b62c4, 1.6);
+    readonly hovered = new Marker(0xe8590c, () => this.invalidate());
+    readonly picked = new Marker(0x0b62c4, () => this.invalidate());
+    /** A frame is about to be drawn. */
+    readonly drawing = new Signal();
     /** The view has stopped, or was set: what depends on it is to be built again. */
     readonly stopped = new Signal();
     /** Milliseconds of script in the last frames, the rasteriser's among them. */
@@ -113,6 +123,7 @@ export class Stage {
     }
 
     show(part: Part): void {
+        this.invalidate();
         this.parts_.clear();
         this.parts_.add(part.group);
         this.camera.holds(part.middle, part.reach);
@@ -128,6 +139,7 @@ export class Stage {
 
     draw(): void {
         const started = performance.now();
+        this.drawing.emit();
         this.isDrawn_ = true;
         const { camera } = this;
         const { view } = camera;
@@ -153,6 +165,10 @@ export class Stage {
     still(): void {
         clearTimeout(this.rest_);
         this.rest_ = undefined;
+    }
+
+    private ink_(color: number, width: number): Ink {
+        return new Ink(color, width, this.glyphs, () => this.invalidate());
     }
 
     private moved_(): void {

@@ -5,7 +5,7 @@ import { placeOn } from "../rules/place.js";
 import type { Vec } from "../rules/vec.js";
 import { fitted, type Frame, fromScreen, type View } from "../rules/view.js";
 import { Document } from "./document.js";
-import { type Drawing, drawingOf, outlineOf } from "./ink.js";
+import { type Drawing, drawingOf, outlineOf } from "./drawing.js";
 import { Shown } from "./shown.js";
 import { Signal } from "./signal.js";
 import type { Stage } from "./stage.js";

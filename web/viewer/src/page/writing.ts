@@ -1,7 +1,7 @@
 // Text as quads of one atlas, one draw call for all of it.
 import { BufferAttribute, BufferGeometry, Color, ShaderMaterial, Vector3 } from "three";
 import type { Label } from "./labels.js";
-import { base, cellSize, type Glyphs, side } from "./glyphs.js";
+import { base, cell, type Glyphs, side } from "./glyphs.js";
 
 /**
  * The axes of a label as `facing` has them, found for each corner: while the view turns no text is
@@ -12,6 +12,7 @@ attribute vec3 center;
 attribute vec3 xAxis;
 attribute vec3 yAxis;
 attribute vec2 offset;
+uniform vec2 size;
 uniform vec3 right;
 uniform vec3 up;
 uniform vec3 to;
@@ -30,7 +31,7 @@ void main() {
             y = -y;
         }
     }
-    at = uv;
+    at = vec2(uv.x / size.x, 1.0 - uv.y / size.y);
     gl_Position = projectionMatrix * viewMatrix * vec4(center + offset.x * x + offset.y * y, 1.0);
 }`;
 
@@ -74,6 +75,7 @@ export function writingMaterial(
         uniforms: {
             ...viewAxes,
             map: { value: glyphs.texture },
+            size: { value: glyphs.size },
             color: { value: color },
             rim: { value: new Color(0xf8fafc) },
             opacity: { value: pass === "ghost" ? faintText : pass === "rim" ? 0.85 : 1 },
@@ -91,6 +93,9 @@ const corners = [
     [1, 1],
     [0, 1],
 ] as const;
+
+/** Of a quad. */
+const triangles = [0, 1, 2, 0, 2, 3] as const;
 
 export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): BufferGeometry {
     const count = labels.reduce((sum, { characters }) => sum + characters.length, 0);
@@ -111,13 +116,15 @@ export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): Buffe
                 center.set(label.center, 3 * i);
                 xAxis.set(label.x, 3 * i);
                 yAxis.set(label.y, 3 * i);
-                offset[2 * i] = start + (cx * side - base.x) * label.height;
+                offset[2 * i] = start + (cx * side - base.x) * label.em;
                 offset[2 * i + 1] = label.bottom + (cy * side - base.y) * label.height;
-                uv[2 * i] = glyph.u + cx * cellSize.u;
-                uv[2 * i + 1] = glyph.v + cy * cellSize.v;
+                uv[2 * i] = glyph.x + cx * cell;
+                uv[2 * i + 1] = glyph.y - cy * cell;
             }
-            index.set([0, 1, 2, 0, 2, 3].map((k) => 4 * quad + k), 6 * quad);
-            start += glyph.advance * label.height;
+            for (let k = 0; k < 6; ++k) {
+                index[6 * quad + k] = 4 * quad + triangles[k]!;
+            }
+            start += glyph.advance * label.em;
             ++quad;
         }
     }

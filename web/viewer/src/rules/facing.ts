@@ -13,10 +13,14 @@ export function runsBackwards(x: Vec, view: View): boolean {
     return along < -1e-4 || (along < 1e-4 && dot(x, view.up) < 0);
 }
 
+/** Whether the plane of a line of writing is seen from behind. */
+export const isMirrored = ({ x, y }: TextAxes, view: View): boolean =>
+    dot(cross(x, y), view.to) < 0;
+
 /** The axes that a reader of this view needs: not mirrored, then not upside down. */
-export function facing({ x, y }: TextAxes, view: View): TextAxes {
-    const isMirrored = dot(cross(x, y), view.to) < 0;
-    const unmirrored = isMirrored ? scale(x, -1) : x;
+export function facing(axes: TextAxes, view: View): TextAxes {
+    const { x, y } = axes;
+    const unmirrored = isMirrored(axes, view) ? scale(x, -1) : x;
     return runsBackwards(unmirrored, view)
         ? { x: scale(unmirrored, -1), y: scale(y, -1) }
         : { x: unmirrored, y };
