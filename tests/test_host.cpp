@@ -186,7 +186,9 @@ TEST(Scene, LeavesOutWhatBelongsToOtherViews) {
         bool plan;
         bool side;
     };
-    for (const Case& c : {Case{"top", true, false}, {"turned", true, false}, {"left", false, true},
+    for (const Case& c : {Case{"top", true, false},
+                          {"turned", true, false},
+                          {"left", false, true},
                           {"iso", false, false}}) {
         host::Scene scene(text);
         scene.useView(c.view);

@@ -1,7 +1,7 @@
 // What a scene has of a part, out of OCCT's shapes.
 import type { OpenCascadeInstance, TopoDS_Edge, TopoDS_Shape } from "replicad-opencascadejs";
 import type { Vec } from "../rules/vec.js";
-import { arcOf, type Curve, lineOf, recognised, type SceneEdge } from "./curves.js";
+import { arcOf, type Curve, lineOf, recognised, type SceneEdge } from "../rules/curves.js";
 
 export type Occt = OpenCascadeInstance;
 

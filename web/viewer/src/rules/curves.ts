@@ -1,5 +1,5 @@
 // Edges as scenes have them, from curves that can be evaluated anywhere.
-import { cross, distance, dot, moved, scale, size, sub, unit, type Vec } from "../rules/vec.js";
+import { cross, distance, dot, moved, scale, size, sub, unit, type Vec } from "./vec.js";
 
 /** An edge of a scene (docs/scene.md). */
 export type SceneEdge =
