@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include <BRepAdaptor_Curve.hxx>
 #include <BRepBndLib.hxx>
@@ -15,6 +16,7 @@
 #include <TopTools_IndexedMapOfShape.hxx>
 #include <TopoDS.hxx>
 
+#include "host/step/elements.h"
 #include "host/step/shapes.h"
 
 namespace host::step {
@@ -76,8 +78,57 @@ bool isSeam(const TopoDS_Edge& edge, const TopTools_ListOfShape& faces) {
     });
 }
 
-void addCurve(const TopoDS_Edge& edge, const Fineness& fineness, Body& body) {
-    const BRepAdaptor_Curve curve(edge);
+/// Of the circle through three points.
+Vec3 centreOf(const Vec3& a, const Vec3& b, const Vec3& c) {
+    const Vec3 u = b - a;
+    const Vec3 v = c - a;
+    const Vec3 normal = cross(u, v);
+    const Vec3 towards = dot(v, v) * cross(normal, u) + dot(u, u) * cross(v, normal);
+    return a + 0.5 / dot(normal, normal) * towards;
+}
+
+/// The line or the arc that was meant by a curve which runs along it: some programs write every
+/// curve as a spline.
+std::optional<Edge> recognised(const BRepAdaptor_Curve& curve) {
+    constexpr int kPlaces = 16;
+    /// As a part of the curve's size.
+    constexpr double kPrecision = 1e-7;
+    std::vector<Vec3> at;
+    double reach = 0;
+    for (int i = 0; i <= kPlaces; ++i) {
+        const double first = curve.FirstParameter();
+        const gp_Pnt p = curve.Value(first + i * (curve.LastParameter() - first) / kPlaces);
+        at.push_back({p.X(), p.Y(), p.Z()});
+        reach = std::max(reach, norm(at.back() - at.front()));
+    }
+    const double near = kPrecision * reach;
+    Edge edge;
+    edge.start = at.front();
+    edge.end = at.back();
+    // A third of the way is never opposite to the start, nor back at it.
+    const Vec3& second = at[kPlaces / 3];
+    const Vec3& third = at[2 * kPlaces / 3];
+    const Vec3 across = cross(second - edge.start, third - edge.start);
+    if (norm(across) <= kPrecision * reach * reach) {
+        const Vec3 direction = unit(edge.end - edge.start);
+        edge.kind = CurveKind::Line;
+        const bool straight = std::all_of(at.begin(), at.end(), [&](const Vec3& p) {
+            return norm(cross(p - edge.start, direction)) <= near;
+        });
+        return straight && edge.start != edge.end ? std::optional(edge) : std::nullopt;
+    }
+    edge.kind = CurveKind::Circle;
+    edge.axis = unit(across);
+    edge.centre = centreOf(edge.start, second, third);
+    edge.radius = norm(edge.start - edge.centre);
+    const bool round = std::all_of(at.begin(), at.end(), [&](const Vec3& p) {
+        return std::abs(norm(p - edge.centre) - edge.radius) <= near &&
+               std::abs(dot(p - edge.start, edge.axis)) <= near;
+    });
+    return round ? std::optional(edge) : std::nullopt;
+}
+
+void addCurve(const BRepAdaptor_Curve& curve, const Fineness& fineness, Body& body) {
     GCPnts_TangentialDeflection points(curve, fineness.turn, fineness.deviation);
     for (int i = 1; i <= points.NbPoints(); ++i) {
         if (i > 1) {
@@ -101,7 +152,12 @@ void addEdges(const TopoDS_Shape& shape, const Fineness& fineness, Body& body) {
             record.points.clear();
             body.edges.push_back(std::move(record));
         } else if (!record.points.empty()) {
-            addCurve(edge, fineness, body);
+            const BRepAdaptor_Curve curve(edge);
+            if (auto meant = recognised(curve)) {
+                body.edges.push_back(std::move(*meant));
+            } else {
+                addCurve(curve, fineness, body);
+            }
         }
     }
 }

@@ -404,14 +404,17 @@ TEST_P(Part, HasAPageWithTheSameViews) {
 
 TEST(StepPage, HasTheEdgesOfThePartAndNoSeams) {
     std::map<std::string, int> radii;
-    for (const json& edge : pageData("plate")["scene"]["edges"]) {
+    const json plate = pageData("plate");
+    for (const json& edge : plate["scene"]["edges"]) {
         if (edge["type"] == "arc") {
             ++radii[edge["radius"].dump()];
         }
     }
     // Four holes and the two ends of the slot, above and below.
     EXPECT_EQ(radii, (std::map<std::string, int>{{"4.5", 8}, {"6.0", 4}})) << json(radii);
-    for (const json& edge : pageData("shaft")["scene"]["edges"]) {
+    const json shaft = pageData("shaft");
+    EXPECT_FALSE(shaft["scene"]["edges"].empty());
+    for (const json& edge : shaft["scene"]["edges"]) {
         EXPECT_EQ(edge["type"], "arc") << edge;
     }
 }

@@ -296,6 +296,23 @@ test("a dimension of a page is found, hidden, dragged, measured beside and saved
     await viewer.close();
 });
 
+test("the way from a file to a page, as it is documented, leads there", () => {
+    const blocks = ["README.md", "docs/step.md", "docs/viewer.md"].map((name) =>
+        [...readFileSync(`${root}${name}`, "utf8").matchAll(/^```sh\n(.*?)^```/gms)]
+            .map(([, text]) => text.trim().split("\n"))
+            .find((lines) => lines.some((line) => line.includes("page PART.stp -o PART.html"))),
+    );
+    assert.deepEqual(blocks[1], blocks[0]);
+    assert.deepEqual(blocks[2], blocks[0]);
+    const [viewer, build, page] = blocks[0];
+    assert.equal(viewer, "./dev viewer");
+    assert.match(build, /--preset release .*--target pmi-step$/);
+    const made = `${folder}/PART.html`;
+    const command = page.replace("PART.stp", partFile("blank")).replace("PART.html", made);
+    execFileSync("bash", ["-c", command], { cwd: root });
+    assert.match(readFileSync(made, "utf8"), /"title":"BLANK/);
+});
+
 test("names in a file end no script, and a page says what it lacks for STEP files", async () => {
     const name = "</script><script>window.stolen = 1</script>";
     const file = `${folder}/named.stp`;
