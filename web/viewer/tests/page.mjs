@@ -9,6 +9,8 @@ const executablePath = process.env.CHROMIUM ?? "/usr/bin/chromium-headless-shell
 /** One browser for all stories. */
 export const browser = await chromium.launch({ executablePath, args: ["--no-sandbox"] });
 
+const textOf = (scene) => (typeof scene === "string" ? scene : JSON.stringify(scene));
+
 /** The page as its user has it: things are pointed at by where they are in the model. */
 export class Viewer {
     /** What the page asked for, and what went wrong in it. */
@@ -32,7 +34,7 @@ export class Viewer {
         await viewer.page.goto(`file://${path}${query}`);
         await viewer.until(() => window.viewer !== undefined);
         if (scene !== undefined) {
-            await viewer.drop(scene);
+            await viewer.choose(scene);
         }
         return viewer;
     }
@@ -49,7 +51,7 @@ export class Viewer {
     }
 
     /** Chooses a file of the disk; waits until it is open, or refused. */
-    async choose(files) {
+    async chooseFile(files) {
         await this.page.evaluate(() => {
             document.getElementById("error").hidden = true;
             window.before = window.viewer.app.document;
@@ -67,13 +69,37 @@ export class Viewer {
     }
 
     /** Opens a scene by the file dialogue's own input. */
+    async choose(scene, name = "scene.json") {
+        const buffer = Buffer.from(textOf(scene));
+        await this.opens_(() =>
+            this.page.setInputFiles("#file", { name, mimeType: "application/json", buffer }),
+        );
+    }
+
+    /** Drops a file on the page, and waits until it is open or refused. */
     async drop(scene, name = "scene.json") {
+        const transfer = await this.page.evaluateHandle(
+            ([text, file]) => {
+                const data = new DataTransfer();
+                data.items.add(new File([text], file));
+                return data;
+            },
+            [textOf(scene), name],
+        );
+        await this.page.dispatchEvent("#canvas", "dragover", { dataTransfer: transfer });
+        await this.page.waitForSelector("#stage.dropping");
+        await this.opens_(() =>
+            this.page.dispatchEvent("#canvas", "drop", { dataTransfer: transfer }),
+        );
+        await this.page.waitForSelector("#stage:not(.dropping)");
+    }
+
+    async opens_(act) {
         await this.page.evaluate(() => {
             document.getElementById("error").hidden = true;
             window.before = window.viewer.app.document;
         });
-        const buffer = Buffer.from(typeof scene === "string" ? scene : JSON.stringify(scene));
-        await this.page.setInputFiles("#file", { name, mimeType: "application/json", buffer });
+        await act();
         await this.page.waitForFunction(
             () =>
                 window.before !== window.viewer.app.document ||

@@ -50,7 +50,7 @@ function dropFile(viewer, text, name) {
 story(
     "a STEP file opens under the page's own policy, and its holes measure exactly",
     async (viewer) => {
-        await viewer.choose(partFile("plate"));
+        await viewer.chooseFile(partFile("plate"));
         assert.equal(await title(viewer), "plate");
         assert.ok(await viewer.page.isHidden("#progress"));
         await viewer.page.click("#view-top");
@@ -79,7 +79,7 @@ story(
 );
 
 story("inches become millimetres, and round faces have no seams", async (viewer) => {
-    await viewer.choose(partFile("bracket"));
+    await viewer.chooseFile(partFile("bracket"));
     const diameters = await viewer.app((app) =>
         app.document.part.things.edges
             .filter(({ edge }) => edge.kind === "arc" && edge.start === undefined)
@@ -87,7 +87,7 @@ story("inches become millimetres, and round faces have no seams", async (viewer)
     );
     assert.equal(diameters.length, 4);
     diameters.forEach((d) => assert.ok(Math.abs(d - 0.281 * 25.4) < 1e-9, String(d)));
-    await viewer.choose(partFile("shaft"));
+    await viewer.chooseFile(partFile("shaft"));
     // Each edge of the shaft lies on two faces; those of one face would be its seams.
     const lines = await viewer.app(
         (app) => app.document.part.things.edges.filter(({ edge }) => edge.kind === "line").length,
@@ -133,7 +133,7 @@ story("what is no part is one line, and the part that was open stays", async (vi
         [header, /^broken\.stp: (is not a STEP file|holds no part) that can be read$/],
     ];
     for (const [text, message] of cases) {
-        await viewer.choose({ name: "broken.stp", mimeType: "", buffer: Buffer.from(text) });
+        await viewer.chooseFile({ name: "broken.stp", mimeType: "", buffer: Buffer.from(text) });
         assert.match(await complaint(viewer), message);
         assert.equal(await title(viewer), before);
     }
@@ -173,14 +173,14 @@ story("damaged files are parts or one line each, and the page lives on", async (
     for (let i = 0; i < mutations; ++i) {
         const text = mutated(readFileSync(partFile(names[below(names.length)]), "latin1"), below);
         const buffer = Buffer.from(text, "latin1");
-        await viewer.choose({ name: "damaged.stp", mimeType: "", buffer });
+        await viewer.chooseFile({ name: "damaged.stp", mimeType: "", buffer });
         if (!(await viewer.page.isHidden("#error"))) {
             assert.match(await complaint(viewer), /^damaged\.stp: \S/);
             ++refused;
         }
     }
     console.log(`${mutations} damaged files: ${refused} refused`);
-    await viewer.choose(partFile("blank"));
+    await viewer.chooseFile(partFile("blank"));
     assert.equal(await title(viewer), "blank");
 });
 
@@ -322,7 +322,7 @@ test("names in a file end no script, and a page says what it lacks for STEP file
     const viewer = await Viewer.open({ path });
     assert.equal(await title(viewer), name);
     assert.equal(await viewer.page.evaluate(() => window.stolen), undefined);
-    await viewer.choose(partFile("plate"));
+    await viewer.chooseFile(partFile("plate"));
     assert.match(await complaint(viewer), /^plate\.stp: occt\.js, which reads STEP files, is not beside this page$/);
     assert.deepEqual(viewer.errors, []);
     await viewer.close();

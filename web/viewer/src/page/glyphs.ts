@@ -1,22 +1,28 @@
 import { CanvasTexture, LinearFilter, LinearMipmapLinearFilter, Vector2 } from "three";
 
-/** A character in the atlas: the pixel of its lower left corner, and how far the next one is, in em. */
+/** A character in the atlas, measured in em from its start on the base line. */
 export interface Glyph {
+    /** Where its start stands in the atlas, in pixels from the top left. */
     readonly x: number;
     readonly y: number;
+    /** How far the next one is. */
     readonly advance: number;
+    /** What its ink and its rim cover. */
+    readonly left: number;
+    readonly right: number;
+    readonly bottom: number;
+    readonly top: number;
 }
 
-/** Of a character, in pixels. */
-export const cell = 64;
-const em = 40;
+const cell = 64;
+/** In pixels of the atlas. */
+export const em = 40;
+/** Of the rim, in pixels. */
+const rim = 3.5;
 const columns = 32;
 const rows = { first: 8, most: 128 };
-
-/** The side of a character's quad, in em. */
-export const side = cell / em;
-/** Where the base line and the start of the character stand in its quad, in em from the bottom left. */
-export const base = { x: (cell - em) / 2 / em, y: 20 / em };
+/** From a cell's corner to the start of its character, in pixels. */
+const start = { x: 12, y: 44 };
 
 /** Every character that was asked for, drawn once: white on a black rim. It grows when it is full. */
 export class Glyphs {
@@ -55,16 +61,26 @@ export class Glyphs {
         context.rect(x, y, cell, cell);
         context.clip();
         context.clearRect(x, y, cell, cell);
-        const [startX, baseY] = [x + base.x * em, y + cell - base.y * em];
-        context.lineWidth = 7;
+        const [startX, baseY] = [x + start.x, y + start.y];
+        context.lineWidth = 2 * rim;
         context.strokeStyle = "#000";
         context.strokeText(character, startX, baseY);
         context.fillStyle = "#fff";
         context.fillText(character, startX, baseY);
-        const advance = context.measureText(character).width / em;
+        const size = context.measureText(character);
         context.restore();
         this.texture.needsUpdate = true;
-        const glyph = { x, y: y + cell, advance };
+        // A pixel more, for what is smoothed across the border.
+        const reach = (ink: number, most: number) => Math.min(ink + rim + 1, most) / em;
+        const glyph = {
+            x: startX,
+            y: baseY,
+            advance: size.width / em,
+            left: -reach(size.actualBoundingBoxLeft, start.x),
+            right: reach(size.actualBoundingBoxRight, cell - start.x),
+            bottom: -reach(size.actualBoundingBoxDescent, cell - start.y),
+            top: reach(size.actualBoundingBoxAscent, start.y),
+        };
         this.glyphs_.set(character, glyph);
         return glyph;
     }

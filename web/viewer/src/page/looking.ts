@@ -7,8 +7,8 @@ import type { Workspace } from "./workspace.js";
 /** Looks at the part from a side, and shows it whole; where annotations belong to it, them alone. */
 export function look(space: Workspace, view: View | StandardView): void {
     const chosen = typeof view === "string" ? standardViews[view] : view;
-    space.shown.lookedFrom(chosen);
     space.stage.camera.look({ view: chosen });
+    space.shown.lookedFrom(chosen);
     space.fit();
 }
 

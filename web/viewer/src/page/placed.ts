@@ -1,5 +1,5 @@
 // The annotations of the scene as they are seen: in the model, and as a list beside it.
-import { type Annotation, toModel } from "dorvale";
+import { type Annotation, type Recipe, toModel } from "dorvale";
 import { isMirrored, runsBackwards } from "../rules/facing.js";
 import { kindOf } from "../rules/kinds.js";
 import type { Plane } from "../rules/planes.js";
@@ -15,12 +15,13 @@ import { placeIn, placementOf } from "./placement.js";
 import { Signal } from "./signal.js";
 import type { Workspace } from "./workspace.js";
 
-/** From which side the text is read, and whether it would be upside down. */
-function facingOf({ labels: [label] }: Drawing, view: View): number {
-    if (label === undefined || isUpright(label)) {
-        return 0;
-    }
-    return (isMirrored(label, view) ? 1 : 0) + (runsBackwards(label.x, view) ? 2 : 0);
+/** From which side an annotation is seen, and whether its text would be upside down there. */
+function facingOf({ plane: m }: Annotation, { labels: [label] }: Drawing, view: View): number {
+    const axes =
+        label === undefined || isUpright(label)
+            ? { x: [m[0]!, m[1]!, m[2]!] as const, y: [m[4]!, m[5]!, m[6]!] as const }
+            : label;
+    return (isMirrored(axes, view) ? 1 : 0) + (runsBackwards(axes.x, view) ? 2 : 0);
 }
 
 export class Placed {
@@ -69,11 +70,10 @@ export class Placed {
     build(): void {
         const { document: scene, stage, view, shown } = this.space_;
         this.annotations = scene.build(scene.recipes, view);
-        this.drawings = this.annotations.map((annotation, i) => {
-            const drawing = this.drawing_(annotation);
-            return shown.has(scene.recipes[i]!) ? drawing : unseen(drawing);
-        });
-        this.facings_ = this.drawings.map((drawing) => facingOf(drawing, view));
+        this.drawings = this.annotations.map((annotation, i) =>
+            this.drawing_(annotation, scene.recipes[i]!),
+        );
+        this.facings_ = this.drawings.map((drawing, i) => facingOf(this.annotations[i]!, drawing, view));
         stage.placed.stand(shown.current !== undefined && areAlike(shown.current.view, view));
         stage.placed.draw(this.drawings);
         this.light(this.lit_);
@@ -83,7 +83,7 @@ export class Placed {
     private turn_(): void {
         const { document: scene, stage, view } = this.space_;
         const flipped = this.drawings.flatMap((drawing, i) =>
-            facingOf(drawing, view) === this.facings_[i] ? [] : [i],
+            facingOf(this.annotations[i]!, drawing, view) === this.facings_[i] ? [] : [i],
         );
         if (flipped.length === 0) {
             return;
@@ -94,8 +94,8 @@ export class Placed {
         scene.build(recipes, view).forEach((annotation, k) => {
             const i = flipped[k]!;
             annotations[i] = annotation;
-            drawings[i] = this.drawing_(annotation);
-            this.facings_[i] = facingOf(drawings[i], view);
+            drawings[i] = this.drawing_(annotation, recipes[k]!);
+            this.facings_[i] = facingOf(annotation, drawings[i], view);
         });
         this.annotations = annotations;
         this.drawings = drawings;
@@ -103,10 +103,11 @@ export class Placed {
         this.light(this.lit_);
     }
 
-    private drawing_(annotation: Annotation): Drawing {
-        const drawing = this.drawn_.get(annotation) ?? drawingOf(annotation, this.space_.stage.glyphs);
+    private drawing_(annotation: Annotation, recipe: Recipe): Drawing {
+        const { stage, shown } = this.space_;
+        const drawing = this.drawn_.get(annotation) ?? drawingOf(annotation, stage.glyphs);
         this.drawn_.set(annotation, drawing);
-        return drawing;
+        return shown.has(recipe) ? drawing : unseen(drawing);
     }
 
     /** Leaves one out, which is drawn elsewhere. */

@@ -24,6 +24,7 @@ export function showSheets({ space }: App): void {
         const all = button("all", shown.current === undefined, () => shown.all());
         bar.replaceChildren(...sheets, all);
     };
+    space.opened.listen(refresh);
     space.shown.changed.listen(refresh);
     refresh();
 }

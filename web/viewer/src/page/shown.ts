@@ -22,13 +22,12 @@ export class Shown {
         return this.current_;
     }
 
-    /** Begins with the annotations of the view that a scene is looked at in. */
+    /** Begins with the annotations of the view that a scene is looked at in; does not tell of it. */
     open(scene: Document): void {
         this.sheets = sheetsOf(scene.recipes, (name) => scene.viewNamed(name));
         this.hidden_.clear();
         this.wanted_ = undefined;
         this.current_ = this.sheets.find(({ view }) => areAlike(view, scene.view));
-        this.changed.emit();
     }
 
     has(recipe: Recipe): boolean {

@@ -1,7 +1,7 @@
 // Text as quads of one atlas, one draw call for all of it.
 import { BufferAttribute, BufferGeometry, Color, ShaderMaterial, Vector3 } from "three";
 import type { Label } from "./labels.js";
-import { base, cell, type Glyphs, side } from "./glyphs.js";
+import { em, type Glyphs } from "./glyphs.js";
 
 /**
  * The axes of a label as `facing` has them, found for each corner: while the view turns no text is
@@ -87,14 +87,7 @@ export function writingMaterial(
     });
 }
 
-const corners = [
-    [0, 0],
-    [1, 0],
-    [1, 1],
-    [0, 1],
-] as const;
-
-/** Of a quad. */
+/** Of a quad, whose corners run from the lower left, counter-clockwise. */
 const triangles = [0, 1, 2, 0, 2, 3] as const;
 
 export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): BufferGeometry {
@@ -111,15 +104,16 @@ export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): Buffe
         for (const character of label.characters) {
             const glyph = glyphs.of(character);
             for (let corner = 0; corner < 4; ++corner) {
-                const [cx, cy] = corners[corner]!;
+                const right = corner === 1 || corner === 2 ? glyph.right : glyph.left;
+                const up = corner > 1 ? glyph.top : glyph.bottom;
                 const i = 4 * quad + corner;
                 center.set(label.center, 3 * i);
                 xAxis.set(label.x, 3 * i);
                 yAxis.set(label.y, 3 * i);
-                offset[2 * i] = start + (cx * side - base.x) * label.em;
-                offset[2 * i + 1] = label.bottom + (cy * side - base.y) * label.height;
-                uv[2 * i] = glyph.x + cx * cell;
-                uv[2 * i + 1] = glyph.y - cy * cell;
+                offset[2 * i] = start + right * label.em;
+                offset[2 * i + 1] = label.bottom + up * label.height;
+                uv[2 * i] = glyph.x + right * em;
+                uv[2 * i + 1] = glyph.y - up * em;
             }
             for (let k = 0; k < 6; ++k) {
                 index[6 * quad + k] = 4 * quad + triangles[k]!;

@@ -1,4 +1,4 @@
-import { cross, dot, sub, turned, unit, type Vec } from "./vec.js";
+import { cross, dot, size, sub, turned, unit, type Vec } from "./vec.js";
 
 /** How the model is looked at: unit vectors to the right, upwards and towards the viewer. */
 export interface View {
@@ -29,9 +29,15 @@ export function matrixOf({ right, up, to }: View): number[] {
     return [0, 1, 2].flatMap((i) => [right[i]!, up[i]!, to[i]!, 0]).concat([0, 0, 0, 1]);
 }
 
-/** The view of a matrix, of whatever scale and translation. */
+/** The view of a matrix, of whatever scale and translation; that of a view is the same to the last bit. */
 export function viewOfMatrix(m: ArrayLike<number>): View {
-    return viewOf([m[0]!, m[4]!, m[8]!], [m[1]!, m[5]!, m[9]!]);
+    const column = (i: number): Vec => [m[i]!, m[4 + i]!, m[8 + i]!];
+    const given: View = { right: column(0), up: column(1), to: column(2) };
+    const view = viewOf(given.right, given.up);
+    const isView = (["right", "up", "to"] as const).every(
+        (axis) => size(sub(given[axis], view[axis])) < 1e-12,
+    );
+    return isView ? given : view;
 }
 
 /** Turned by a drag: the model follows the mouse, over the poles and on. Angles in radians. */
