@@ -419,6 +419,27 @@ TEST(StepPage, HasTheEdgesOfThePartAndNoSeams) {
     }
 }
 
+TEST(StepPage, KnowsTheLinesAndCirclesAmongSplines) {
+    const json data = pageData("splines");
+    int lines = 0;
+    int holes = 0;
+    for (const json& edge : data["scene"]["edges"]) {
+        if (edge["type"] == "line") {
+            ++lines;
+            continue;
+        }
+        ++holes;
+        EXPECT_NEAR(edge["radius"].get<double>(), 8, 1e-6);
+        EXPECT_NEAR(edge["centre"][0].get<double>(), 20, 1e-6);
+        EXPECT_NEAR(edge["centre"][1].get<double>(), 20, 1e-6);
+        EXPECT_NEAR(std::abs(edge["normal"][2].get<double>()), 1, 1e-6);
+    }
+    // Those of the box; above and below. The oblique hole has ellipses.
+    EXPECT_EQ(lines, 12);
+    EXPECT_EQ(holes, 2);
+    EXPECT_FALSE(data["scene"]["mesh"]["curves"].get<std::string>().empty());
+}
+
 TEST(StepPage, HoldsAnyTextAndNothingEndsItsScript) {
     const std::string name = "</script><b>\xc3\xa4";
     std::string part = contentOf(partFile("blank"));
