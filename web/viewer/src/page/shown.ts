@@ -41,7 +41,7 @@ export class Shown {
         return this.current_ === undefined || (viewsOf(recipe)?.includes(this.current_.name) ?? true);
     }
 
-    /** The annotations of a view alone; those of all views where none belong to it. */
+    /** The annotations of a view alone; where none belong to it, the same ones as before. */
     lookedFrom(view: View): void {
         const sheet = this.sheets.find((one) => areAlike(one.view, view));
         if (sheet !== undefined && sheet !== this.current_) {

@@ -24,7 +24,9 @@ function readerBeside(): Promise<Reader> {
             const reader = globalThis.stepReader;
             globalThis.stepReader = undefined;
             script.remove();
-            if (reader !== undefined) {
+            if (reader === undefined) {
+                reject(new Error(`${readerFile}, which reads STEP files, is another file`));
+            } else {
                 resolve(reader);
             }
         });

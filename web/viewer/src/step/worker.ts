@@ -31,18 +31,19 @@ async function started(packed: string): Promise<Occt> {
     const stream = new Blob([bytes]).stream().pipeThrough(new DecompressionStream("deflate"));
     const headers = { "Content-Type": "application/wasm" };
     const silent = () => {};
-    return init({
-        print: silent,
-        printErr: silent,
-        locateFile: (name: string) => name,
-        instantiateWasm: (
+    return new Promise((resolve, reject) => {
+        const instantiateWasm = (
             imports: WebAssembly.Imports,
             done: (instance: WebAssembly.Instance, module: WebAssembly.Module) => void,
         ) => {
-            void WebAssembly.instantiateStreaming(new Response(stream, { headers }), imports).then(
+            const response = new Response(stream, { headers });
+            WebAssembly.instantiateStreaming(response, imports).then(
                 ({ instance, module }) => done(instance, module),
+                reject,
             );
-        },
+        };
+        const locateFile = (name: string) => name;
+        init({ print: silent, printErr: silent, locateFile, instantiateWasm }).then(resolve, reject);
     });
 }
 
