@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <numbers>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -16,6 +17,7 @@
 #include "host/output/dump.h"
 #include "host/scene/build.h"
 #include "host/system/files.h"
+#include "host/system/utf8.h"
 
 namespace {
 
@@ -399,7 +401,7 @@ TEST(FinishLabel, ShowsTheNumberInItsForms) {
         {length, "4X {} ±0.1", "4X 800.13 ±0.1"},
         {length, "{.0}|{.1}|{.3}|{.9}", "800|800.1|800.125|800.125000000"},
         // 31.50098... inches
-        {length, "{.2in}|{.3in}|{/16in}|{ft}", "31.50|31.501|31 8/16|2' 7.5\""},
+        {length, "{.2in}|{.3in}|{/16in}|{ft}|{/16ft}", "31.50|31.501|31 8/16|2' 7.5\"|2' 7 8/16\""},
         {length, "{{{.1}}}", "{800.1}"},
         {circle, "{} {.1}", "⌀12.00 12.0"},
     };
@@ -412,6 +414,22 @@ TEST(FinishLabel, ShowsTheNumberInItsForms) {
         EXPECT_EQ(dump["measured"]["kind"], "length");
         EXPECT_NEAR(dump["measured"]["value"].get<double>(), annotation == circle ? 12 : 800.125,
                     1e-4);
+    }
+}
+
+TEST(FinishLabel, ShowsAnglesInTheirUnits) {
+    // 59.7 seconds are rounded to a full minute, and that is carried.
+    const std::tuple<double, std::string> cases[] = {{45, "0.785|45° 0' 0\""},
+                                                     {22.51, "0.393|22° 30' 36\""},
+                                                     {30 - 0.3 / 3600, "0.524|30° 0' 0\""}};
+    for (const auto& [degrees, shown] : cases) {
+        const double radians = degrees * std::numbers::pi / 180;
+        json angle = example("PMICreateAngleDim");
+        angle["edge2"]["end"] = {60 * std::cos(radians), 60 * std::sin(radians), 0};
+        angle["locate"] = {40, 2, 0};
+        angle["finish"] = {{"label", "{.3rad}|{dms}"}};
+        const auto built = std::move(build({{"annotations", {angle}}}).front());
+        EXPECT_EQ(host::toUtf8(textsOf(built->pmi)[0]->GetText()), shown);
     }
 }
 
@@ -433,7 +451,8 @@ TEST(FinishLabel, OfAScenePassesByWhatCannotShowIt) {
 
 TEST(FinishMistake, IsToldInOneLine) {
     const std::string fields =
-        "expected {}, {.0} to {.9}, {.0in} to {.9in}, {/2in} to {/1000in} or {ft}";
+        "expected {}, {.0} to {.9}, {.0in} to {.9in}, {/2in} to {/1000in}, {ft}, "
+        "{/2ft} to {/1000ft}, {.0rad} to {.9rad} or {dms}";
     const std::string arrow = "expected \"fit\" or a length above 0";
     const std::pair<json, std::string> cases[] = {
         {{{"arrow", -1}}, "finish.arrow: " + arrow},
@@ -448,6 +467,9 @@ TEST(FinishMistake, IsToldInOneLine) {
         {{{"label", "{.-1}"}}, "finish.label: " + fields},
         {{{"label", "{/in}"}}, "finish.label: " + fields},
         {{{"label", "{mm}"}}, "finish.label: " + fields},
+        {{{"label", "{.2ft}"}}, "finish.label: " + fields},
+        {{{"label", "{/8rad}"}}, "finish.label: " + fields},
+        {{{"label", "{.}"}}, "finish.label: " + fields},
         {{{"label", {"{}", "{"}}}, "finish.label[1]: " + fields},
         {{{"label", "}"}}, "finish.label: " + fields},
         {{{"label", ""}}, "finish.label: expected a text that is not empty"},
@@ -479,6 +501,10 @@ TEST(FinishMistake, IsToldInOneLine) {
     angle["finish"] = {{"label", {"{}", "{.1in}"}}};
     EXPECT_EQ(messageOf({{"annotations", {angle}}}),
               "annotations[0].finish.label: an angle cannot be in inches or feet");
+    json length = distanceOfEdges(60, 30, 5);
+    length["finish"] = {{"label", "{dms}"}};
+    EXPECT_EQ(messageOf({{"annotations", {length}}}),
+              "annotations[0].finish.label: a length cannot be in radians or degrees");
     EXPECT_EQ(messageOf({{"annotations", json::array()}, {"lines", "din"}}),
               "lines: expected \"iso\"");
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdio>
 
 #include "host/system/utf8.h"
 
@@ -113,10 +114,14 @@ int pieceCount(double sweep) {
 
 std::string svgNumber(double value) {
     char digits[64];
-    const auto end =
-        std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, kDecimals)
-            .ptr;
-    const std::string text(digits, end);
+#ifdef __cpp_lib_to_chars
+    *std::to_chars(digits, digits + sizeof digits - 1, value, std::chars_format::fixed, kDecimals)
+         .ptr = '\0';
+#else
+    // The standard library of the web's compiler has no such conversion; both round exactly.
+    std::snprintf(digits, sizeof digits, "%.*f", kDecimals, value);
+#endif
+    const std::string text = digits;
     return text == "-0.000" ? "0.000" : text;
 }
 

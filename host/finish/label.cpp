@@ -1,7 +1,9 @@
 #include "host/finish/label.h"
 
+#include <array>
 #include <functional>
 #include <memory>
+#include <numbers>
 #include <variant>
 
 #include <dorvale/dorvale.h>
@@ -10,9 +12,11 @@ namespace host {
 namespace {
 
 constexpr double kInch = 25.4;
+constexpr double kDegreesOfRadian = 180 / std::numbers::pi;
 
 constexpr const char* kFields =
-    "expected {}, {.0} to {.9}, {.0in} to {.9in}, {/2in} to {/1000in} or {ft}";
+    "expected {}, {.0} to {.9}, {.0in} to {.9in}, {/2in} to {/1000in}, {ft}, {/2ft} to {/1000ft}, "
+    "{.0rad} to {.9rad} or {dms}";
 
 /// The library's own formatter, which hosts reach by deriving from its class.
 class ValueText : public CDimSymUitity {
@@ -31,13 +35,25 @@ public:
 
 /// What a field shows.
 struct Field {
-    enum class Form { Written, Decimals, Inches, InchFraction, Feet };
+    enum class Form {
+        Written,
+        Decimals,
+        Inches,
+        InchFraction,
+        Feet,
+        FeetFraction,
+        Radians,
+        Sexagesimal
+    };
 
     Form form = Form::Written;
     /// Decimals, or the fraction's denominator.
     int count = 0;
 
-    bool isOfLengths() const { return form != Form::Written && form != Form::Decimals; }
+    bool isOfAngles() const { return form == Form::Radians || form == Form::Sexagesimal; }
+    bool isOfLengths() const {
+        return form != Form::Written && form != Form::Decimals && !isOfAngles();
+    }
 };
 
 /// A number of one to four digits without leading zeros; nothing for any other text.
@@ -60,25 +76,43 @@ std::optional<int> wholeNumber(std::wstring_view digits) {
 std::optional<Field> fieldOf(std::wstring_view inside) {
     constexpr int kMostDecimals = 9;
     constexpr int kFinest = 1000;
-    constexpr std::wstring_view kInches = L"in";
     if (inside.empty()) {
         return Field{};
     }
     if (inside == L"ft") {
         return Field{Field::Form::Feet, 0};
     }
-    const wchar_t kind = inside.front();
-    std::wstring_view digits = inside.substr(1);
-    const bool inches = digits.ends_with(kInches);
-    if (inches) {
-        digits.remove_suffix(kInches.size());
+    if (inside == L"dms") {
+        return Field{Field::Form::Sexagesimal, 0};
     }
+    const std::wstring_view digits = inside.substr(1, inside.find_last_of(L"0123456789"));
     const std::optional<int> count = wholeNumber(digits);
-    if (kind == L'.' && count && *count <= kMostDecimals) {
-        return Field{inches ? Field::Form::Inches : Field::Form::Decimals, *count};
+    if (!count) {
+        return std::nullopt;
     }
-    if (kind == L'/' && inches && count && *count > 1 && *count <= kFinest) {
-        return Field{Field::Form::InchFraction, *count};
+    struct Unit {
+        std::wstring_view name;
+        Field::Form form;
+    };
+    constexpr std::array<Unit, 3> kOfDecimals{{{L"", Field::Form::Decimals},
+                                               {L"in", Field::Form::Inches},
+                                               {L"rad", Field::Form::Radians}}};
+    constexpr std::array<Unit, 2> kOfFractions{
+        {{L"in", Field::Form::InchFraction}, {L"ft", Field::Form::FeetFraction}}};
+    const auto field = [name = inside.substr(1 + digits.size()),
+                        &count](const auto& units) -> std::optional<Field> {
+        for (const Unit& unit : units) {
+            if (unit.name == name) {
+                return Field{unit.form, *count};
+            }
+        }
+        return std::nullopt;
+    };
+    if (inside.front() == L'.' && *count <= kMostDecimals) {
+        return field(kOfDecimals);
+    }
+    if (inside.front() == L'/' && *count > 1 && *count <= kFinest) {
+        return field(kOfFractions);
     }
     return std::nullopt;
 }
@@ -119,6 +153,19 @@ void readLabel(std::wstring_view line, const std::function<bool(const Part&)>& t
     }
 }
 
+/// An angle of at least 0 in degrees, minutes and seconds.
+std::wstring sexagesimal(double degrees) {
+    constexpr int kParts = 60;
+    constexpr std::array<int, 6> kWhole{1, 1, 1, 1, 0, 0};
+    int seconds = 0;
+    for (const wchar_t digit : ValueText::of(degrees * kParts * kParts, kWhole)) {
+        seconds = 10 * seconds + (digit - L'0');
+    }
+    return ValueText::of(seconds / (kParts * kParts), kWhole) + L"\u00B0 " +
+           ValueText::of(seconds / kParts % kParts, kWhole) + L"' " +
+           ValueText::of(seconds % kParts, kWhole) + L'"';
+}
+
 /// The number in a field's form. The six numbers are those of `CDimSymUitity::SeStrCre`.
 std::wstring textOf(const Field& field, double value) {
     switch (field.form) {
@@ -128,6 +175,12 @@ std::wstring textOf(const Field& field, double value) {
         return ValueText::of(value / kInch, {2, 0, 1, 2, 0, field.count});
     case Field::Form::Feet:
         return ValueText::of(value / kInch, {2, 0, 3, 1, -2, 0});
+    case Field::Form::FeetFraction:
+        return ValueText::of(value / kInch, {2, 0, 3, 2, 0, field.count});
+    case Field::Form::Radians:
+        return ValueText::of(value / kDegreesOfRadian, {1, 1, 1, 1, field.count, 0});
+    case Field::Form::Sexagesimal:
+        return sexagesimal(value);
     default:
         return ValueText::of(value, {1, 1, 1, 1, field.count, 0});
     }
@@ -155,6 +208,9 @@ std::optional<std::string> misfitOfLabel(std::wstring_view line, Quantity quanti
         const auto* field = std::get_if<Field>(&part);
         if (field != nullptr && field->isOfLengths() && quantity == Quantity::Angle) {
             misfit = "an angle cannot be in inches or feet";
+        }
+        if (field != nullptr && field->isOfAngles() && quantity == Quantity::Length) {
+            misfit = "a length cannot be in radians or degrees";
         }
         return !misfit;
     });

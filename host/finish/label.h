@@ -3,9 +3,12 @@
 ///
 ///     {}       the value text as the call wrote it, signs included
 ///     {.3}     the number alone, with 0 to 9 decimals; angles in degrees
-///     {.2in}   the same in inches; of lengths only, as the two below
+///     {.2in}   the same in inches; of lengths only, as the three below
 ///     {/16in}  in inches and sixteenths, or any other fraction up to thousandths
 ///     {ft}     in feet and inches, with at most two decimals
+///     {/16ft}  in feet, inches and sixteenths of one, or any other fraction
+///     {.2rad}  an angle in radians, with 0 to 9 decimals
+///     {dms}    an angle in degrees, minutes and seconds
 ///     {{ }}    braces
 #pragma once
 

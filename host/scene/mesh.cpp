@@ -1,9 +1,9 @@
 #include "host/scene/mesh.h"
 
 #include <array>
-#include <bit>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 namespace host {
 namespace {
@@ -82,7 +82,9 @@ std::size_t checkPositions(const Value& value) {
     const Groups<3> vertices(value);
     for (std::size_t i = 0; i < vertices.size(); ++i) {
         for (const std::uint32_t bits : vertices[i]) {
-            if (!(std::abs(std::bit_cast<float>(bits)) <= kLargestNumber)) {
+            float number = 0;
+            std::memcpy(&number, &bits, sizeof number);
+            if (!(std::abs(number) <= kLargestNumber)) {
                 value.fail("vertex " + std::to_string(i) +
                            ": expected numbers of at most 1e9 in size");
             }

@@ -13,14 +13,16 @@ const out = `${root}build/viewer`;
 /** The sample that is open at the start. */
 const first = "mounting_plate";
 
+const deflated = (bytes) => deflateSync(bytes, { level: 9 }).toString("base64");
+
 /** The samples by their names, deflated. */
 async function samples() {
-    const files = (await readdir(`${here}samples`)).filter((file) => file.endsWith(".json"));
+    const files = (await readdir(`${here}samples`)).filter((file) => /^(?!tsconfig).*\.json$/.test(file));
     const names = files.map((file) => file.slice(0, -".json".length)).sort();
     const others = names.filter((name) => name !== first);
     const packed = [first, ...others].map(async (name) => {
         const text = await readFile(`${here}samples/${name}.json`);
-        return [name, deflateSync(text, { level: 9 }).toString("base64")];
+        return [name, deflated(text)];
     });
     return Object.fromEntries(await Promise.all(packed));
 }
@@ -31,15 +33,16 @@ async function licences() {
         const text = await readFile(`${web}node_modules/${name}/LICENSE`, "utf8");
         return `${name}\n\n${text.trim()}`;
     });
+    const json = await readFile("/usr/share/doc/nlohmann-json3-dev/copyright", "utf8");
     const own = await readFile(`${web}dorvale/LICENSES.txt`, "utf8");
-    return [...(await Promise.all(texts)), own].join(`\n\n${"-".repeat(40)}\n\n`);
+    return [...(await Promise.all(texts)), `nlohmann-json\n\n${json.trim()}`, own].join(`\n\n${"-".repeat(40)}\n\n`);
 }
 
 /** Modules that the build makes. */
 const made = {
     name: "made",
     setup({ onResolve, onLoad }) {
-        onResolve({ filter: /^(dorvale-wasm|samples|licences)$/ }, ({ path }) => ({
+        onResolve({ filter: /^(dorvale-wasm|drawing-wasm|samples|licences)$/ }, ({ path }) => ({
             path,
             namespace: "made",
         }));
@@ -50,6 +53,10 @@ const made = {
                         contents: await readFile(`${web}dorvale/dist/dorvale.wasm`),
                         loader: "binary",
                     };
+                case "drawing-wasm": {
+                    const module = await readFile(`${root}build/web/drawing/drawing.wasm`);
+                    return { contents: deflated(module), loader: "text" };
+                }
                 case "samples":
                     return { contents: JSON.stringify(await samples()), loader: "json" };
                 default:

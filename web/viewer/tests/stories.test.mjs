@@ -443,7 +443,7 @@ story("the list and the model light each other, and what is selected is deleted"
     await viewer.page.waitForSelector("#list li:nth-child(1).selected");
     await viewer.press("Delete");
     assert.deepEqual(await viewer.values(), ["⌀30.00"]);
-    await viewer.page.click("#list li button");
+    await viewer.page.click("#list li i");
     assert.deepEqual(await viewer.values(), []);
     await viewer.press("Control+z");
     await viewer.press("Control+z");

@@ -21,8 +21,8 @@ export class App {
     readonly commands: Commands;
     private readonly status_ = element("status");
 
-    constructor(library: Dorvale, stage: Stage, text: string) {
-        this.space = new Workspace(library, stage, text);
+    constructor(library: Dorvale, stage: Stage, text: string, name: string) {
+        this.space = new Workspace(library, stage, text, name);
         this.placed = new Placed(this.space);
         this.measuring = new Measuring(this.space);
         this.dragging = new Dragging(this.space, this.placed);
@@ -48,7 +48,7 @@ export class App {
     /** Opens a scene. The one that was open stays where something is wrong with the new one. */
     open(text: string, name: string): boolean {
         try {
-            this.space.open(text);
+            this.space.open(text, name);
         } catch (problem) {
             this.fail(`${name}: ${(problem as Error).message}`);
             return false;

@@ -83,9 +83,9 @@ export class Commands {
         return button;
     }
 
-    /** Keys are left to a text field that has them. */
+    /** Keys are left to a text field that has them, and to a sheet that lies over the page. */
     private key_(event: KeyboardEvent): void {
-        if (isTextField(event.target)) {
+        if (isTextField(event.target) || document.querySelector("dialog[open]") !== null) {
             return;
         }
         const key = keyOf(event);

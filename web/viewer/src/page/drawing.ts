@@ -5,7 +5,7 @@ import { pointsOfArc } from "../rules/things.js";
 import { anySquare, cross, moved, scale, type Vec } from "../rules/vec.js";
 import type { View } from "../rules/view.js";
 import type { Glyphs } from "./glyphs.js";
-import { axesOf, type Label, labelsOf, type Line } from "./labels.js";
+import { axesOf, framed, type Label, labelsOf, type Line } from "./labels.js";
 
 export interface Drawing {
     readonly segments: Float32Array;
@@ -70,9 +70,10 @@ export function drawingOf(annotation: Annotation, glyphs: Glyphs): Drawing {
     return {
         segments: segmentsOf(model),
         heads: headsOf(model),
-        labels: [...blocks.values()].flatMap((texts) =>
-            labelsOf(texts, annotation.flags.screenParallel, glyphs),
-        ),
+        labels: [...blocks].flatMap(([block, texts]) => {
+            const labels = labelsOf(texts, annotation.flags.screenParallel, glyphs);
+            return annotation.frames[block]?.envelope?.frame ? framed(labels) : labels;
+        }),
         text: model.texts.map(({ text }) => text).join(" "),
     };
 }

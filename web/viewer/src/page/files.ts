@@ -1,29 +1,17 @@
-// Scenes that come in and go out: files, samples, and what is dropped on the page.
+// Scenes that come in: files, samples, and what is dropped on the page.
 import samples from "samples";
 import type { App } from "./app.js";
 import type { Command } from "./commands.js";
 import { isStep } from "../step/open.js";
 import { StepOpening } from "../step/opening.js";
 import { element } from "./dom.js";
+import { inflated } from "./packed.js";
 
 export const sampleNames = Object.keys(samples);
 
 /** The text of a sample. */
 export async function sampleText(name: string): Promise<string> {
-    const packed = Uint8Array.from(atob(samples[name]!), (c) => c.charCodeAt(0));
-    const stream = new Blob([packed]).stream().pipeThrough(new DecompressionStream("deflate"));
-    return new Response(stream).text();
-}
-
-/** Hands the scene to the browser as a file. */
-function save(app: App): void {
-    const text = app.document.save(app.stage.camera.view);
-    const link = document.createElement("a");
-    link.href = URL.createObjectURL(new Blob([text], { type: "application/json" }));
-    const name = app.document.title.replace(/[^\p{L}\p{N}]+/gu, "_").replace(/^_+|_+$/g, "");
-    link.download = `${name === "" ? "scene" : name}.json`;
-    link.click();
-    setTimeout(() => URL.revokeObjectURL(link.href));
+    return inflated(samples[name]!).text();
 }
 
 /** Scenes, and STEP files. */
@@ -38,7 +26,7 @@ function opener(app: App): (file: File | undefined) => Promise<void> {
     };
 }
 
-export const fileCommands = (app: App): Command[] => [
+export const fileCommands = (): Command[] => [
     {
         name: "open",
         label: "Open a scene or a STEP file",
@@ -46,14 +34,6 @@ export const fileCommands = (app: App): Command[] => [
         face: "Open",
         bar: "files",
         run: () => element("file").click(),
-    },
-    {
-        name: "save",
-        label: "Save the scene",
-        keys: ["Ctrl+S"],
-        face: "Save",
-        bar: "files",
-        run: () => save(app),
     },
 ];
 

@@ -24,6 +24,9 @@ const rows = { first: 8, most: 128 };
 /** From a cell's corner to the start of its character, in pixels. */
 const start = { x: 12, y: 44 };
 
+/** Stands for a place that is white all over. */
+export const solid = "\uE000";
+
 /** Every character that was asked for, drawn once: white on a black rim. It grows when it is full. */
 export class Glyphs {
     readonly texture: CanvasTexture;
@@ -62,11 +65,16 @@ export class Glyphs {
         context.clip();
         context.clearRect(x, y, cell, cell);
         const [startX, baseY] = [x + start.x, y + start.y];
-        context.lineWidth = 2 * rim;
-        context.strokeStyle = "#000";
-        context.strokeText(character, startX, baseY);
-        context.fillStyle = "#fff";
-        context.fillText(character, startX, baseY);
+        if (character === solid) {
+            context.fillStyle = "#fff";
+            context.fillRect(x, y, cell, cell);
+        } else {
+            context.lineWidth = 2 * rim;
+            context.strokeStyle = "#000";
+            context.strokeText(character, startX, baseY);
+            context.fillStyle = "#fff";
+            context.fillText(character, startX, baseY);
+        }
         const size = context.measureText(character);
         context.restore();
         this.texture.needsUpdate = true;

@@ -86,6 +86,13 @@ export class Ink {
         this.changed_();
     }
 
+    /** In another colour, on a rim around the text. */
+    paint(color: number, rim: number): void {
+        this.color_.set(color);
+        [this.lines_, this.hiddenLines_, this.heads_].forEach((material) => material.color.set(color));
+        this.writing_.forEach(({ uniforms }) => (uniforms["rim"]!.value as Color).set(rim));
+    }
+
     draw(drawings: readonly Drawing[]): void {
         const { drawn_: before } = this;
         if (drawings.length === before.length && drawings.every((d, i) => d === before[i])) {

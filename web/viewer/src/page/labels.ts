@@ -1,6 +1,6 @@
 import type { ModelText } from "dorvale";
 import { facing, type TextAxes } from "../rules/facing.js";
-import { moved, sub, type Vec } from "../rules/vec.js";
+import { dot, moved, sub, type Vec } from "../rules/vec.js";
 import { type Frame, toScreen, type View } from "../rules/view.js";
 import type { Glyphs } from "./glyphs.js";
 
@@ -18,6 +18,16 @@ export interface Label {
     readonly height: number;
     /** How wide a character is that is as wide as high. */
     readonly em: number;
+    /** The frame around all lines of the text, on its first one. */
+    readonly frame?: Box;
+}
+
+/** From the centre of a label to the lower left corner, and the sides. */
+export interface Box {
+    readonly left: number;
+    readonly bottom: number;
+    readonly width: number;
+    readonly height: number;
 }
 
 /** A text with the width of its characters. */
@@ -60,6 +70,37 @@ export function labelsOf(texts: readonly Line[], toScreen: boolean, glyphs: Glyp
 /** The axes that a label is read along in a view. */
 export const axesOf = (label: Label, view: View): TextAxes =>
     isUpright(label) ? { x: view.right, y: view.up } : facing(label, view);
+
+/** Of characters below and above the base line, and between them and a frame, in em. */
+const reach = { below: 0.24, above: 0.76, frame: 0.25 } as const;
+
+/** The same lines with a frame around them. */
+export function framed(labels: readonly Label[]): Label[] {
+    const [first, ...others] = labels;
+    if (first === undefined) {
+        return [];
+    }
+    const corners = labels.flatMap(({ center, left, bottom, width, height }) => {
+        const offset = sub(center, first.center);
+        const [u, v] = [dot(offset, first.x) + left, dot(offset, first.y) + bottom];
+        return [[u, v - reach.below * height], [u + width, v + reach.above * height]] as const;
+    });
+    const gap = reach.frame * first.height;
+    const [us, vs] = [corners.map(([u]) => u), corners.map(([, v]) => v)];
+    const [left, bottom] = [Math.min(...us) - gap, Math.min(...vs) - gap];
+    const frame = { left, bottom, width: Math.max(...us) + gap - left, height: Math.max(...vs) + gap - bottom };
+    return [{ ...first, frame }, ...others];
+}
+
+/** The pixel in the middle of a label. */
+export function middleOf(label: Label, frame: Frame): readonly [number, number] {
+    const { view } = frame;
+    const axes = axesOf(label, view);
+    const u = label.left + label.width / 2;
+    const v = label.bottom + middle * label.height;
+    const [x, y] = toScreen(moved(moved(label.center, axes.x, u), axes.y, v), frame);
+    return [x, y];
+}
 
 /** How many pixels around a text belong to it. */
 const margin = 3;

@@ -18,6 +18,7 @@ export class List {
     private rows_: readonly Row[] = [];
     private readonly items_: HTMLElement[] = [];
     private marked_: readonly HTMLElement[] = [];
+    private selected_: number | undefined;
     private waiting_: ReturnType<typeof setTimeout> | undefined;
 
     constructor(
@@ -29,11 +30,25 @@ export class List {
             const row = (event.target as Element).closest("li");
             return row === null ? undefined : Number(row.dataset["index"]);
         };
+        root_.addEventListener("keydown", (event) => {
+            const last = this.rows_.length - 1;
+            const at = this.selected_;
+            const to = new Map([
+                ["ArrowDown", at === undefined ? 0 : Math.min(last, at + 1)],
+                ["ArrowUp", at === undefined ? last : Math.max(0, at - 1)],
+                ["Home", 0],
+                ["End", last],
+            ]).get(event.key);
+            if (to !== undefined && last >= 0) {
+                event.preventDefault();
+                events.select(to);
+            }
+        });
         root_.addEventListener("pointerover", (event) => events.hover(indexOf(event)));
         root_.addEventListener("pointerleave", () => events.hover(undefined));
         root_.addEventListener("click", (event) => {
             const index = indexOf(event);
-            const removes = (event.target as Element).closest("button") !== null;
+            const removes = (event.target as Element).closest("i") !== null;
             if (index !== undefined) {
                 (removes ? events.remove : events.select)(index);
             }
@@ -56,7 +71,12 @@ export class List {
             item?.classList.add(name);
             return item === undefined ? [] : [item];
         };
+        this.marked_.forEach((item) => item.removeAttribute("aria-selected"));
         this.marked_ = [...mark(lit, "lit"), ...mark(selected, "selected")];
+        this.selected_ = selected;
+        const row = selected === undefined ? undefined : this.items_[selected];
+        row?.setAttribute("aria-selected", "true");
+        this.root_.setAttribute("aria-activedescendant", row?.id ?? "");
     }
 
     /** Scrolls to a row, which is then there in any case. */
@@ -70,6 +90,7 @@ export class List {
         const made = this.rows_.slice(this.items_.length, count).map((row, i) => {
             const item = template().cloneNode(true) as HTMLElement;
             item.dataset["index"] = String(this.items_.length + i);
+            item.id = `annotation-${this.items_.length + i}`;
             write(item, row);
             return item;
         });
@@ -103,7 +124,7 @@ let made: Element | undefined;
 function template(): Element {
     if (made === undefined) {
         const holder = document.createElement("template");
-        holder.innerHTML = '<li><b></b><small></small><button title="Delete">✕</button></li>';
+        holder.innerHTML = '<li role="option"><b></b><small></small><i title="Delete" aria-hidden="true">✕</i></li>';
         made = holder.content.firstElementChild!;
     }
     return made;

@@ -129,7 +129,9 @@ export class Measuring {
         }
         const height = this.height_();
         return (text) =>
-            note ? noteRecipe(text, target!, place, height) : candidate!.recipe(place, height);
+            this.space_.dress(
+                note ? noteRecipe(text, target!, place, height) : candidate!.recipe(place, height),
+            );
     }
 
     private place_(): void {

@@ -1,18 +1,47 @@
 // The mouse and fingers on the canvas.
+import { besides } from "../rules/touch.js";
 import type { App } from "./app.js";
+import { Lens } from "./lens.js";
 
 /** A press that moves less than this many pixels is a click. */
 const slack = 4;
 const zoomPerNotch = 1.15;
+/** How long a finger rests until it is a hold, in milliseconds. */
+const hold = 350;
 
 export function listen(canvas: HTMLCanvasElement, app: App): void {
     const { camera } = app.stage;
     const pressed = new Map<number, { x: number; y: number }>();
-    let mode: "press" | "orbit" | "pan" | "roll" | "hold" | undefined;
+    let mode: "press" | "orbit" | "pan" | "roll" | "hold" | "lens" | undefined;
     let from = { x: 0, y: 0 };
+    let waiting: ReturnType<typeof setTimeout> | undefined;
+    const lens = new Lens(canvas, app.stage);
+    const look = (x: number, y: number) => {
+        lens.show(x, y);
+        app.move(x, y);
+        app.stage.invalidate();
+    };
+    const leaveLens = () => {
+        clearTimeout(waiting);
+        lens.hide();
+    };
     const at = (event: MouseEvent) => {
         const box = canvas.getBoundingClientRect();
         return { x: event.clientX - box.left, y: event.clientY - box.top };
+    };
+
+    /** A finger is broad: it may lie beside the text that it means. */
+    const grab = (x: number, y: number, isTouch: boolean): boolean =>
+        isTouch && app.measuring.isIdle
+            ? besides(x, y).some(([u, v]) => app.placed.at(u, v) !== undefined && app.grab(u, v))
+            : app.grab(x, y);
+    /** Likewise beside a thing; but where a dimension follows, it goes exactly there. */
+    const tapped = (x: number, y: number): readonly [number, number] => {
+        const { document: scene, frame } = app.space;
+        const isFree = app.measuring.candidates.length === 0 && !app.measuring.picking.note;
+        return (
+            (isFree ? besides(x, y).find(([u, v]) => scene.part.under(u, v, frame) !== undefined) : undefined) ?? [x, y]
+        );
     };
 
     canvas.addEventListener("pointerdown", (event) => {
@@ -20,12 +49,23 @@ export function listen(canvas: HTMLCanvasElement, app: App): void {
         canvas.setPointerCapture(event.pointerId);
         from = at(event);
         pressed.set(event.pointerId, from);
+        leaveLens();
         if (pressed.size > 1 || event.button > 0 || event.shiftKey) {
+            if (mode === "hold") {
+                app.dragging.cancel();
+            }
             mode = "pan";
         } else if (event.altKey) {
             mode = "roll";
         } else {
-            mode = app.grab(from.x, from.y) ? "hold" : "press";
+            const isTouch = event.pointerType === "touch";
+            mode = grab(from.x, from.y, isTouch) ? "hold" : "press";
+            if (isTouch && mode === "press") {
+                waiting = setTimeout(() => {
+                    mode = "lens";
+                    look(from.x, from.y);
+                }, hold);
+            }
         }
     });
 
@@ -40,6 +80,7 @@ export function listen(canvas: HTMLCanvasElement, app: App): void {
         const other = [...pressed].find(([id]) => id !== event.pointerId)?.[1];
         if (mode === "press" && Math.hypot(to.x - from.x, to.y - from.y) > slack) {
             mode = "orbit";
+            leaveLens();
         }
         if (mode === "press") {
             return;
@@ -47,6 +88,8 @@ export function listen(canvas: HTMLCanvasElement, app: App): void {
         pressed.set(event.pointerId, to);
         if (mode === "hold") {
             app.move(to.x, to.y);
+        } else if (mode === "lens") {
+            look(to.x, to.y);
         } else if (mode === "orbit") {
             camera.orbit(dx, dy);
         } else if (mode === "roll") {
@@ -66,7 +109,11 @@ export function listen(canvas: HTMLCanvasElement, app: App): void {
         if (!wasPressed || pressed.size > 0) {
             return;
         }
+        leaveLens();
         if (mode === "press" && event.type === "pointerup") {
+            const [u, v] = event.pointerType === "touch" ? tapped(x, y) : [x, y];
+            app.click(u, v);
+        } else if (mode === "lens" && event.type === "pointerup") {
             app.click(x, y);
         } else if (mode === "hold" && Math.hypot(x - from.x, y - from.y) > slack) {
             app.release();

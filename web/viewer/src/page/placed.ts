@@ -8,7 +8,7 @@ import type { Vec } from "../rules/vec.js";
 import type { View } from "../rules/view.js";
 import { element } from "./dom.js";
 import { type Drawing, drawingOf, unseen } from "./drawing.js";
-import { isOn, isUpright } from "./labels.js";
+import { isOn, isUpright, middleOf } from "./labels.js";
 import { List } from "./list.js";
 import { look } from "./looking.js";
 import { placeIn, placementOf } from "./placement.js";
@@ -30,6 +30,8 @@ export class Placed {
     drawings: readonly Drawing[] = [];
     /** Another one is lit or selected. */
     readonly pointed = new Signal();
+    /** Another one is selected than before, or none. */
+    readonly selectedOther = new Signal();
     private readonly drawn_ = new WeakMap<Annotation, Drawing>();
     /** From which side each is read. */
     private facings_: number[] = [];
@@ -150,6 +152,7 @@ export class Placed {
     select(index: number | undefined): void {
         this.selected_ = index;
         this.light(this.lit_);
+        this.selectedOther.emit();
         this.reveal_(index);
     }
 
@@ -168,6 +171,12 @@ export class Placed {
         if (index !== undefined) {
             this.space_.change(this.space_.document.recipes.filter((_, i) => i !== index));
         }
+    }
+
+    /** The pixel in the middle of one's text; undefined where it shows none. */
+    pixelOf(index: number): readonly [number, number] | undefined {
+        const label = this.drawings[index]?.labels[0];
+        return label && middleOf(label, this.space_.frame);
     }
 
     /** Where one stands now, in the model; undefined for one that cannot be moved. */

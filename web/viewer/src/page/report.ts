@@ -61,7 +61,8 @@ export class ReportPanel {
         this.listen_();
         const { space, placed } = app_;
         // Another part has no report.
-        space.opened.listen(() => (panel.hidden = true));
+        const { text } = space;
+        space.opened.listen(() => (panel.hidden = space.text !== text));
         space.shown.changed.listen(() => this.refresh_());
         placed.pointed.listen(() => this.light_());
         this.refresh_();

@@ -27,6 +27,7 @@ const markerSize = 5;
 /** A thick line over a thing that is pointed at or picked. */
 class Marker {
     readonly lines: LineSegments2;
+    private readonly material_: LineMaterial;
     private thing_: Thing | undefined;
 
     /** @param changed_ is called when something else is to be seen */
@@ -34,11 +35,15 @@ class Marker {
         color: number,
         private readonly changed_: () => void,
     ) {
-        const material = new LineMaterial({ color, linewidth: 3.5, depthTest: false });
-        this.lines = new LineSegments2(new LineSegmentsGeometry(), material);
+        this.material_ = new LineMaterial({ color, linewidth: 3.5, depthTest: false });
+        this.lines = new LineSegments2(new LineSegmentsGeometry(), this.material_);
         this.lines.renderOrder = 8;
         this.lines.frustumCulled = false;
         this.lines.visible = false;
+    }
+
+    paint(color: number): void {
+        this.material_.color.set(color);
     }
 
     show(thing: Thing | undefined): void {
@@ -87,6 +92,8 @@ export class Stage {
     readonly picked = new Marker(0x0b62c4, () => this.invalidate());
     /** A frame is about to be drawn. */
     readonly drawing = new Signal();
+    /** A picture has been drawn, and can be copied from the canvas. */
+    readonly drawn = new Signal();
     /** The view has stopped, or was set: what depends on it is to be built again. */
     readonly stopped = new Signal();
     /** Milliseconds of script in the last frames, the rasteriser's among them. */
@@ -99,7 +106,8 @@ export class Stage {
     private rest_: ReturnType<typeof setTimeout> | undefined;
 
     constructor(private readonly canvas_: HTMLCanvasElement) {
-        this.renderer_ = new WebGLRenderer({ canvas: canvas_, antialias: true, alpha: true });
+        this.renderer_ = new WebGLRenderer({ canvas: canvas_, antialias: true, alpha: true, stencil: true });
+        this.renderer_.localClippingEnabled = true;
         this.renderer_.outputColorSpace = SRGBColorSpace;
         this.renderer_.setPixelRatio(Math.min(2, devicePixelRatio));
         const light = new DirectionalLight(0xffffff, 2.1);
@@ -150,8 +158,30 @@ export class Stage {
         viewAxes.up.value.set(...view.up);
         viewAxes.to.value.set(...view.to);
         this.renderer_.render(this.space_, camera.three);
+        this.drawn.emit();
         this.frameTimes.push(performance.now() - started);
         this.frameTimes.splice(0, this.frameTimes.length - 600);
+    }
+
+    /** A picture of the part and its annotations, with so many pixels for one of the canvas. */
+    picture(scale: number): HTMLCanvasElement {
+        const passing = [this.lit.group, this.following.group, this.hovered.lines, this.picked.lines];
+        const wereVisible = passing.map(({ visible }) => visible);
+        const ratio = this.renderer_.getPixelRatio();
+        passing.forEach((object) => (object.visible = false));
+        this.renderer_.setPixelRatio(scale);
+        this.draw();
+        const copy = document.createElement("canvas");
+        copy.width = this.canvas_.width;
+        copy.height = this.canvas_.height;
+        const context = copy.getContext("2d")!;
+        context.fillStyle = getComputedStyle(this.canvas_).getPropertyValue("--paper");
+        context.fillRect(0, 0, copy.width, copy.height);
+        context.drawImage(this.canvas_, 0, 0);
+        passing.forEach((object, i) => (object.visible = wereVisible[i]!));
+        this.renderer_.setPixelRatio(ratio);
+        this.draw();
+        return copy;
     }
 
     /** The view has been set, not turned: what depends on it is rebuilt at once. */

@@ -14,28 +14,45 @@ import type { Stage } from "./stage.js";
 const closely = 0.94;
 
 export class Workspace {
+    /** Another scene is about to be opened. */
+    readonly opening = new Signal();
     /** Another scene has been opened. */
     readonly opened = new Signal();
     /** The annotations are other ones than before. */
     readonly changed = new Signal();
     /** Which annotations are shown. */
     readonly shown = new Shown();
+    /** The scene has been saved as it is now. */
+    readonly saved = new Signal();
     /** The mouse, in pixels of the canvas. */
     mouse: readonly [number, number] = [0, 0];
+    /** How new annotations are written. */
+    dress: (recipe: Recipe) => Recipe = (recipe) => recipe;
     private document_: Document;
 
-    /** @param text the scene that is open first; `opened` does not tell of it */
+    /** A text and a name: the scene that is open first. `opened` does not tell of it. */
     constructor(
         readonly library: Dorvale,
         readonly stage: Stage,
-        text: string,
+        private text_: string,
+        private name_: string,
     ) {
-        this.document_ = new Document(text, library);
+        this.document_ = new Document(text_, library);
         this.show_();
     }
 
     get document(): Document {
         return this.document_;
+    }
+
+    /** The scene's text as it was opened. */
+    get text(): string {
+        return this.text_;
+    }
+
+    /** The name of its file or sample. */
+    get name(): string {
+        return this.name_;
     }
 
     get frame(): Frame {
@@ -51,8 +68,10 @@ export class Workspace {
      *
      * @throws Error with one line that says where and what; the scene that was open stays
      */
-    open(text: string): void {
+    open(text: string, name: string): void {
         const next = new Document(text, this.library);
+        this.opening.emit();
+        [this.text_, this.name_] = [text, name];
         this.document_.part.dispose();
         this.document_ = next;
         this.show_();

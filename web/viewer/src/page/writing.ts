@@ -1,7 +1,7 @@
 // Text as quads of one atlas, one draw call for all of it.
 import { BufferAttribute, BufferGeometry, Color, ShaderMaterial, Vector3 } from "three";
-import type { Label } from "./labels.js";
-import { em, type Glyphs } from "./glyphs.js";
+import type { Box, Label } from "./labels.js";
+import { em, type Glyph, type Glyphs, solid } from "./glyphs.js";
 
 /**
  * The axes of a label as `facing` has them, found for each corner: while the view turns no text is
@@ -90,8 +90,27 @@ export function writingMaterial(
 /** Of a quad, whose corners run from the lower left, counter-clockwise. */
 const triangles = [0, 1, 2, 0, 2, 3] as const;
 
+/** Of a frame, in em. */
+const barWidth = 0.07;
+
+/** One place of a glyph. */
+const spot: Box = { left: 0, bottom: 0, width: 0, height: 0 };
+
+/** The four sides of a frame. */
+function barsOf({ left, bottom, width, height }: Box, thick: number): Box[] {
+    return [
+        { left, bottom, width, height: thick },
+        { left, bottom: bottom + height - thick, width, height: thick },
+        { left, bottom, width: thick, height },
+        { left: left + width - thick, bottom, width: thick, height },
+    ];
+}
+
 export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): BufferGeometry {
-    const count = labels.reduce((sum, { characters }) => sum + characters.length, 0);
+    const count = labels.reduce(
+        (sum, { characters, frame }) => sum + characters.length + (frame ? 4 : 0),
+        0,
+    );
     const center = new Float32Array(12 * count);
     const xAxis = new Float32Array(12 * count);
     const yAxis = new Float32Array(12 * count);
@@ -99,27 +118,44 @@ export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): Buffe
     const uv = new Float32Array(8 * count);
     const index = new Uint32Array(6 * count);
     let quad = 0;
+    /** A quad at a place in its label, of so large a part of a glyph: all of it, or its middle. */
+    const add = (label: Label, { left, bottom, width, height }: Box, { x, y }: Glyph, ofGlyph: Box) => {
+        for (let corner = 0; corner < 4; ++corner) {
+            const right = corner === 1 || corner === 2 ? 1 : 0;
+            const up = corner > 1 ? 1 : 0;
+            const i = 4 * quad + corner;
+            center.set(label.center, 3 * i);
+            xAxis.set(label.x, 3 * i);
+            yAxis.set(label.y, 3 * i);
+            offset[2 * i] = left + right * width;
+            offset[2 * i + 1] = bottom + up * height;
+            uv[2 * i] = x + (ofGlyph.left + right * ofGlyph.width) * em;
+            uv[2 * i + 1] = y - (ofGlyph.bottom + up * ofGlyph.height) * em;
+        }
+        for (let k = 0; k < 6; ++k) {
+            index[6 * quad + k] = 4 * quad + triangles[k]!;
+        }
+        ++quad;
+    };
     for (const label of labels) {
+        const { height } = label;
         let start = label.left;
         for (const character of label.characters) {
             const glyph = glyphs.of(character);
-            for (let corner = 0; corner < 4; ++corner) {
-                const right = corner === 1 || corner === 2 ? glyph.right : glyph.left;
-                const up = corner > 1 ? glyph.top : glyph.bottom;
-                const i = 4 * quad + corner;
-                center.set(label.center, 3 * i);
-                xAxis.set(label.x, 3 * i);
-                yAxis.set(label.y, 3 * i);
-                offset[2 * i] = start + right * label.em;
-                offset[2 * i + 1] = label.bottom + up * label.height;
-                uv[2 * i] = glyph.x + right * em;
-                uv[2 * i + 1] = glyph.y - up * em;
-            }
-            for (let k = 0; k < 6; ++k) {
-                index[6 * quad + k] = 4 * quad + triangles[k]!;
-            }
+            const { left, bottom, right, top } = glyph;
+            const whole = { left, bottom, width: right - left, height: top - bottom };
+            const place = {
+                left: start + left * label.em,
+                bottom: label.bottom + bottom * height,
+                width: whole.width * label.em,
+                height: whole.height * height,
+            };
+            add(label, place, glyph, whole);
             start += glyph.advance * label.em;
-            ++quad;
+        }
+        if (label.frame !== undefined) {
+            const white = glyphs.of(solid);
+            barsOf(label.frame, barWidth * height).forEach((bar) => add(label, bar, white, spot));
         }
     }
     return new BufferGeometry()

@@ -1,12 +1,14 @@
 // Which dimensions fit what was picked.
 import type { Recipe } from "dorvale";
 import { isEdgeOn, normalsAlong, type Plane } from "./planes.js";
+import { above, liesIn, through } from "./section.js";
 import {
     type Arc,
     areParallel,
     areSame,
     directionOf,
     isCircle,
+    isPoint,
     type Line,
     measuredPoint,
     sweepOf,
@@ -66,22 +68,77 @@ function between(name: string, type: number, a: Vec, b: Vec, view: View, label?:
     if (value < nothing) {
         return [];
     }
-    return normalsAlong(unit(sub(b, a)), view).map((normal) => ({
-        name: `${name} in ${planeName(normal)}`,
-        value,
-        unit: "length",
-        plane: { origin: a, normal },
-        recipe: (place, height) => ({
-            call: "PMICreateClipDim3D",
-            type,
-            normal: list(normal),
-            pointA: list(a),
-            pointB: list(b),
-            locate: list(place),
-            height,
-            finish: { ...finish(height), ...(label === undefined ? {} : { label }) },
-        }),
-    }));
+    return normalsAlong(unit(sub(b, a)), view).flatMap((normal) =>
+        clipped(`${name} in ${planeName(normal)}`, type, a, b, normal, label),
+    );
+}
+
+/** The distance of two points in a plane through both. */
+function clipped(name: string, type: number, a: Vec, b: Vec, normal: Vec, label?: string): Candidate[] {
+    const value = distance(a, b);
+    return value < nothing
+        ? []
+        : [
+              {
+                  name,
+                  value,
+                  unit: "length",
+                  plane: { origin: a, normal },
+                  recipe: (place, height) => ({
+                      call: "PMICreateClipDim3D",
+                      type,
+                      normal: list(normal),
+                      pointA: list(a),
+                      pointB: list(b),
+                      locate: list(place),
+                      height,
+                      finish: { ...finish(height), ...(label === undefined ? {} : { label }) },
+                  }),
+              },
+          ];
+}
+
+/** What is measured in the plane of a section: from a point in it to another, or to an edge in it. */
+function inSection(a: Thing, b: Thing, view: View): Candidate[] {
+    const [point, other] = isPoint(a) && a.section !== undefined ? [a, b] : [b, a];
+    if (!isPoint(point) || point.section === undefined) {
+        return [];
+    }
+    const normal = point.section;
+    const plane = through(point.at, normal);
+    const to = measuredPoint(other);
+    if (isEdgeOn(normal, view)) {
+        return [];
+    }
+    if (to !== undefined) {
+        const isIn = Math.abs(above(to, plane)) <= 1e-6 * Math.max(1, distance(to, point.at));
+        return isIn ? clipped("Distance in the section", types.linear, point.at, to, normal) : [];
+    }
+    if (other.kind !== "line" || !liesIn(other, plane)) {
+        return [];
+    }
+    const value = distance(point.at, foot(point.at, other.start, directionOf(other)));
+    return value < nothing
+        ? []
+        : [
+              {
+                  name: "Distance to edge in the section",
+                  value,
+                  unit: "length",
+                  plane: { origin: other.start, normal },
+                  recipe: (place, height) => ({
+                      call: "PMICreateClipLinDotDim3D",
+                      normal: list(normal),
+                      origin: list(other.start),
+                      xPoint: list(other.end),
+                      edge: lineOf(other.start, other.end),
+                      point: list(point.at),
+                      locate: list(place),
+                      height,
+                      finish: finish(height),
+                  }),
+              },
+          ];
 }
 
 /** The distance of two points along each principal direction that is not all of it. */
@@ -286,8 +343,9 @@ function ofTwo(first: Pick, second: Pick, view: View): Candidate[] {
     if (areSame(a, b)) {
         return [];
     }
+    const cut = inSection(a, b, view);
     if (p !== undefined && q !== undefined) {
-        return points(p, q, view);
+        return [...cut, ...points(p, q, view)];
     }
     if (a.kind === "line" && b.kind === "line") {
         return areParallel(a, b)
@@ -295,9 +353,9 @@ function ofTwo(first: Pick, second: Pick, view: View): Candidate[] {
             : angle(a, first.at, b, second.at, view);
     }
     if (a.kind === "line") {
-        return pointToLine(q!, a, view);
+        return [...cut, ...pointToLine(q!, a, view)];
     }
-    return b.kind === "line" ? pointToLine(p!, b, view) : [];
+    return b.kind === "line" ? [...cut, ...pointToLine(p!, b, view)] : [];
 }
 
 /** What fits one or two picks, the likeliest first; nothing whose plane is seen edge-on. */

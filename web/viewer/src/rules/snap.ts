@@ -1,4 +1,5 @@
 // What is under the cursor.
+import { above, crossings, type Section } from "./section.js";
 import { type Edge, type Point, pointsOf, type Thing } from "./things.js";
 import type { Vec } from "./vec.js";
 import { type Frame, toScreen } from "./view.js";
@@ -43,6 +44,21 @@ export function pickable(edges: readonly Edge[]): Pickable {
     return {
         points: [...points.values()],
         edges: edges.map((edge) => ({ edge, through: pointsOf(edge) })),
+    };
+}
+
+/** What a section leaves, and the points in which it cuts edges. */
+export function cut(things: Pickable, section: Section, tolerance: number): Pickable {
+    const isLeft = (p: Vec) => above(p, section) <= tolerance;
+    const places = new Map<string, Point>();
+    for (const { edge } of things.edges) {
+        for (const at of crossings(edge, section)) {
+            places.set(at.map((x) => Math.round(x * 1e4)).join(), { kind: "vertex", at, section: section.normal });
+        }
+    }
+    return {
+        points: [...places.values(), ...things.points.filter(({ at }) => isLeft(at))],
+        edges: things.edges.filter(({ through }) => through.some(isLeft)),
     };
 }
 

@@ -23,6 +23,8 @@ export type Edge = Line | Arc;
 export interface Point {
     readonly kind: "vertex" | "centre";
     readonly at: Vec;
+    /** The normal of the section that cuts an edge here. */
+    readonly section?: Vec;
 }
 
 export type Thing = Edge | Point;

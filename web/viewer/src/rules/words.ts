@@ -15,7 +15,7 @@ const at = (p: Vec): string => `(${p.map(exact).join(", ")})`;
 export function described(thing: Thing): string {
     switch (thing.kind) {
         case "vertex":
-            return `Vertex ${at(thing.at)}`;
+            return `${thing.section === undefined ? "Vertex" : "Cut edge"} ${at(thing.at)}`;
         case "centre":
             return `Centre ${at(thing.at)}`;
         case "line":

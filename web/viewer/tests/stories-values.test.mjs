@@ -1,0 +1,92 @@
+// Stories of values as people read them.
+import assert from "node:assert/strict";
+import { after, test } from "node:test";
+import { block } from "./block.mjs";
+import { browser, Viewer } from "./page.mjs";
+
+after(() => browser.close());
+
+/** A story has a page of its own, and nothing may go wrong in it. */
+function story(name, tell, options = {}) {
+    test(name, async () => {
+        const viewer = await Viewer.open({ scene: block, ...options });
+        await tell(viewer);
+        assert.deepEqual(viewer.errors, []);
+        await viewer.close();
+    });
+}
+
+async function measure(viewer, thing, place) {
+    const count = (await viewer.recipes()).length;
+    await viewer.click(thing);
+    await viewer.click(place);
+    await viewer.waitForCount(count + 1);
+}
+
+story("values are switched at once, for all or for one, and taken back", async (viewer) => {
+    const { page } = viewer;
+    await viewer.look("top");
+    await measure(viewer, [60, 0, 20], [60, -12, 20]);
+    await measure(viewer, [55, 40, 20], [70, 60, 20]);
+    await viewer.press("v");
+    await page.selectOption("#unit", "in");
+    assert.deepEqual(await viewer.values(), ['4.724"', '⌀1.181"']);
+    await page.selectOption("#places", "2");
+    assert.deepEqual(await viewer.values(), ['4.72"', '⌀1.18"']);
+    // New ones are like the others.
+    await measure(viewer, [0, 30, 20], [-12, 30, 20]);
+    assert.deepEqual(await viewer.values(), ['4.72"', '⌀1.18"', '2.56"']);
+    await page.click("#list li:nth-child(2) b");
+    assert.equal(await page.textContent("#values-of"), '⌀1.18"');
+    await page.selectOption("#unit", "mm");
+    await page.fill("#prefix", "4X ");
+    await page.press("#prefix", "Enter");
+    await page.fill("#suffix", " ±0.1");
+    await page.press("#suffix", "Enter");
+    assert.deepEqual(await viewer.values(), ['4.72"', "4X ⌀30.00 ±0.1", '2.56"']);
+    await page.click("#undo");
+    await page.click("#undo");
+    await page.click("#undo");
+    assert.deepEqual(await viewer.values(), ['4.72"', '⌀1.18"', '2.56"']);
+    assert.equal(await page.inputValue("#unit"), "in");
+});
+
+story("text height, arrow heads and frames are set; what cannot be is not taken", async (viewer) => {
+    const { page } = viewer;
+    await viewer.look("top");
+    await measure(viewer, [60, 0, 20], [60, -12, 20]);
+    await viewer.press("v");
+    for (const [field, value] of [["#text-height", "7,5"], ["#arrow", "4"], ["#text-height", "tall"]]) {
+        await page.fill(field, value);
+        await page.press(field, "Enter");
+    }
+    assert.equal(await page.inputValue("#text-height"), "7.5");
+    await page.check("#frame");
+    await measure(viewer, [55, 40, 20], [70, 60, 20]);
+    for (const recipe of await viewer.recipes()) {
+        const { calls, finish } = recipe;
+        assert.deepEqual([calls[0].height, finish.arrow, calls[1].call], [7.5, 4, "PMISetEnvelope"]);
+    }
+});
+
+story("a switch of the units of 1,000 annotations", async (viewer) => {
+    await viewer.drop({
+        ...block,
+        annotations: Array.from({ length: 1000 }, (_, i) => ({
+            call: "PMICreateDiameterDim3D",
+            circle: { centre: [12 * (i % 40), 12 * Math.floor(i / 40), 30], normal: [0, 0, 1], radius: 4 },
+            locate: [12 * (i % 40) + 5, 12 * Math.floor(i / 40) + 5, 30],
+            height: 2,
+            finish: { arrow: "fit", gap: 0.7 },
+        })),
+    });
+    const times = await viewer.app(() => ["in", "in/", "ft", "mm", "in"].map((unit) => {
+        const select = document.getElementById("unit");
+        const started = performance.now();
+        select.value = unit;
+        select.dispatchEvent(new Event("change"));
+        return performance.now() - started;
+    }));
+    console.log(`units of 1,000 annotations: ${times.map((t) => t.toFixed(0)).join(", ")} ms of script`);
+    assert.deepEqual(new Set(await viewer.values()), new Set(['⌀0.315"']));
+});
