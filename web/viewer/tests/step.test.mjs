@@ -96,7 +96,8 @@ story("inches become millimetres, and round faces have no seams", async (viewer)
 });
 
 story("a hole that the file has as a spline measures as the circle it is", async (viewer) => {
-    await viewer.chooseFile(partFile("splines"));
+    await dropFile(viewer, readFileSync(partFile("splines"), "utf8"), "splines.stp");
+    await viewer.until(() => /^splines/.test(document.title));
     await viewer.look("top");
     await viewer.hover([20 + 8 * Math.SQRT1_2, 20 + 8 * Math.SQRT1_2, 10]);
     await viewer.says("Circle, diameter 16 mm, centre (20, 20, 10)");
