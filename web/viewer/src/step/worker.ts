@@ -21,6 +21,49 @@ const mostBytes = 256 * 2 ** 20;
 
 const answer = (message: Answer) => (self.postMessage as (message: Answer) => void)(message);
 
+/** The function that the module calls for more memory is known by the most there is: all pages but one. */
+const mostMemory = "4294901760";
+
+/**
+ * Gives the module all addresses there are; those that are not written to cost nothing. A damaged
+ * file may lead OCCT to any of them, and there are browsers that do not survive one that is not
+ * there. Where there is not so much room, the memory grows as it is needed.
+ */
+class Room {
+    private isWhole_ = false;
+
+    constructor(private readonly imports_: WebAssembly.Imports) {}
+
+    /** The imports, where what asks for memory that is there already is told so. */
+    get imports(): WebAssembly.Imports {
+        const asks = (value: unknown) =>
+            typeof value === "function" && value.length === 1 && String(value).includes(mostMemory);
+        const wrapped = (value: unknown) =>
+            asks(value)
+                ? (size: number) => this.isWhole_ || (value as (size: number) => boolean)(size)
+                : value;
+        return Object.fromEntries(
+            Object.entries(this.imports_).map(([name, members]) => [
+                name,
+                Object.fromEntries(Object.entries(members).map(([key, v]) => [key, wrapped(v)])),
+            ]),
+        ) as WebAssembly.Imports;
+    }
+
+    take({ exports }: WebAssembly.Instance): void {
+        const isMemory = (item: unknown) => item instanceof WebAssembly.Memory;
+        const memory = Object.values(exports).find(isMemory) as WebAssembly.Memory;
+        // As many pages as one has bytes.
+        const page = 65536;
+        try {
+            memory.grow(page - memory.buffer.byteLength / page);
+            this.isWhole_ = true;
+        } catch {
+            // A small machine.
+        }
+    }
+}
+
 /** The module is compiled while it is inflated. */
 async function started(packed: string): Promise<Occt> {
     const text = atob(packed);
@@ -37,8 +80,12 @@ async function started(packed: string): Promise<Occt> {
             done: (instance: WebAssembly.Instance, module: WebAssembly.Module) => void,
         ) => {
             const response = new Response(stream, { headers });
-            WebAssembly.instantiateStreaming(response, imports).then(
-                ({ instance, module }) => done(instance, module),
+            const room = new Room(imports);
+            WebAssembly.instantiateStreaming(response, room.imports).then(
+                ({ instance, module }) => {
+                    room.take(instance);
+                    done(instance, module);
+                },
                 reject,
             );
         };
