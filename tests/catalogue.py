@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-"""The entry points as dorvale.h declares them, against every other list of them: one line for each
-that a list lacks, and for each name in a list that the header does not know."""
+"""The entry points as dorvale.h declares them, against every other list of them, and the members of
+`finish` against their page: one line for each that a list lacks, and for each name in a list that
+is not known."""
 
 import fnmatch
 import json
@@ -47,6 +48,13 @@ def exported(path, names):
     return {name for name in names if any(fnmatch.fnmatch(name, p) for p in patterns)}
 
 
+def finishing():
+    """The members of `finish` that are read, and those that the page of scenes describes."""
+    page = read("docs/scene.md").split("## Finishing")[1].split("```")[0]
+    return (set(re.findall(r'members\.find\("(\w+)"\)', read("host/scene/finish.cpp"))),
+            set(re.findall(r"^\| `(\w+)`", page, re.M)))
+
+
 def main():
     functions, members = declared()
     makers = {name for name, arguments in functions.items() if "Ank_PMI*" in arguments}
@@ -72,9 +80,12 @@ def main():
         complaints += [f"{name} is missing in {where}" for name in sorted(set(needed) - there)]
         complaints += [f"{name} stands in {where} and is not declared in include/dorvale/dorvale.h"
                        for name in sorted(there - set(functions) - members)]
+    finish, described = finishing()
+    complaints += [f"the member {name} of finish stands in one of docs/scene.md and"
+                   " host/scene/finish.cpp alone" for name in sorted(finish ^ described)]
     print(*complaints, sep="\n", file=sys.stderr, end="\n" if complaints else "")
     print(f"{len(functions)} entry points, {len(members)} names of members, {len(lists)} lists")
-    return 1 if complaints or not makers or not members else 0
+    return 1 if complaints or not makers or not members or not finish else 0
 
 
 if __name__ == "__main__":

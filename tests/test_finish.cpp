@@ -403,6 +403,8 @@ TEST(FinishLabel, ShowsTheNumberInItsForms) {
         // 31.50098... inches
         {length, "{.2in}|{.3in}|{/16in}|{ft}|{/16ft}", "31.50|31.501|31 8/16|2' 7.5\"|2' 7 8/16\""},
         {length, "{{{.1}}}", "{800.1}"},
+        {length, "{//16in}|{//2ft}|{//1000in}", "31 1/2|2' 7 1/2\"|31 501/1000"},
+        {distanceOfEdges(25.4, 30, 5), "{//16in}|{/16in}|{//16ft}", "1|1|0' 1\""},
         {circle, "{} {.1}", "⌀12.00 12.0"},
     };
     for (const auto& [annotation, label, shown] : cases) {
@@ -412,8 +414,8 @@ TEST(FinishLabel, ShowsTheNumberInItsForms) {
             host::dumpScene(json{{"annotations", {finished}}}.dump()))["annotations"][0];
         EXPECT_EQ(dump["annotation"]["textBlocks"][0]["texts"][0]["text"], shown);
         EXPECT_EQ(dump["measured"]["kind"], "length");
-        EXPECT_NEAR(dump["measured"]["value"].get<double>(), annotation == circle ? 12 : 800.125,
-                    1e-4);
+        const double value = annotation == circle ? 12 : annotation == length ? 800.125 : 25.4;
+        EXPECT_NEAR(dump["measured"]["value"].get<double>(), value, 1e-4);
     }
 }
 
@@ -451,8 +453,8 @@ TEST(FinishLabel, OfAScenePassesByWhatCannotShowIt) {
 
 TEST(FinishMistake, IsToldInOneLine) {
     const std::string fields =
-        "expected {}, {.0} to {.9}, {.0in} to {.9in}, {/2in} to {/1000in}, {ft}, "
-        "{/2ft} to {/1000ft}, {.0rad} to {.9rad} or {dms}";
+        "expected {}, {.0} to {.9}, {.0in} to {.9in}, {/2in} to {/1000in}, {//2in} to {//1000in}, "
+        "{ft}, {/2ft} to {/1000ft}, {//2ft} to {//1000ft}, {.0rad} to {.9rad} or {dms}";
     const std::string arrow = "expected \"fit\" or a length above 0";
     const std::pair<json, std::string> cases[] = {
         {{{"arrow", -1}}, "finish.arrow: " + arrow},
@@ -469,6 +471,8 @@ TEST(FinishMistake, IsToldInOneLine) {
         {{{"label", "{mm}"}}, "finish.label: " + fields},
         {{{"label", "{.2ft}"}}, "finish.label: " + fields},
         {{{"label", "{/8rad}"}}, "finish.label: " + fields},
+        {{{"label", "{//8}"}}, "finish.label: " + fields},
+        {{{"label", "{///8in}"}}, "finish.label: " + fields},
         {{{"label", "{.}"}}, "finish.label: " + fields},
         {{{"label", {"{}", "{"}}}, "finish.label[1]: " + fields},
         {{{"label", "}"}}, "finish.label: " + fields},

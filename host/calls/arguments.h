@@ -9,6 +9,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include <dorvale/dorvale.h>
@@ -45,7 +46,10 @@ struct Curve {
     Ank_CurveEntity* entity = nullptr;
 
     /// Null for any other curve.
-    Ank_Line* line() const { return dynamic_cast<Ank_Line*>(entity); }
+    Ank_Line* line() const {
+        const bool isLine = shape && std::holds_alternative<LineEdge>(*shape);
+        return isLine ? static_cast<Ank_Line*>(entity) : nullptr;
+    }
 };
 
 /// The view of a call.

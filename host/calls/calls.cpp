@@ -213,13 +213,13 @@ void angleOnTextSide(Arguments& in, Ank_PMI& pmi, CallResult& result) {
     PMICreateAngleDim(&mode, edge1.line(), edge2.line(), &at.locate, at.height, &pmi, &at.status,
                       count, ends, at.viewMatrix());
     keep(at, result);
-    std::vector<Vec3> points;
-    std::transform(std::begin(ends), std::end(ends), std::back_inserter(points), fromArray);
+    FourPoints points{};
+    std::transform(std::begin(ends), std::end(ends), points.begin(), fromArray);
     for (std::size_t i = 0; static_cast<int>(i) < std::min(count, 2); ++i) {
         result.callerLines.push_back({points[2 * i], points[2 * i + 1]});
     }
     result.handBack("specialLineCount", count);
-    result.handBack("specialLines", std::move(points));
+    result.handBack("specialLines", points);
     const double degrees =
         angleAtText(lineOf(edge1), lineOf(edge2), Frame::of(pmi), at.locate.point);
     result.measured = asAngle(shownAngle(degrees, mode));

@@ -7,7 +7,6 @@
 #include <optional>
 #include <span>
 #include <string_view>
-#include <utility>
 #include <variant>
 #include <vector>
 
@@ -23,9 +22,11 @@ struct MovedLine {
     ANK_PNT32 end;
 };
 
+using FourPoints = std::array<Vec3, 4>;
+
 /// One more thing that a call hands back, by name.
 struct HandedBack {
-    using Value = std::variant<int, std::uint32_t, Vec3, std::vector<Vec3>, MovedLine>;
+    using Value = std::variant<int, std::uint32_t, Vec3, FourPoints, MovedLine>;
 
     const char* name;
     Value value;
@@ -54,8 +55,10 @@ struct CallResult {
     /// Lines that a call leaves to its caller to draw, in model coordinates.
     std::vector<LineEdge> callerLines;
 
-    void handBack(const char* name, HandedBack::Value value) {
-        others.push_back({name, std::move(value)});
+    void handBack(const char* name, const HandedBack::Value& value) {
+        constexpr std::size_t kMost = 6;
+        others.reserve(kMost);
+        others.push_back({name, value});
     }
 };
 

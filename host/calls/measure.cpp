@@ -13,9 +13,6 @@ constexpr std::array kTolerances = {0.01, 0.00026};
 constexpr double kZeroLength = 1e-10;
 constexpr double kParallel = 6.5e-5;
 
-double dot(Vec2 a, Vec2 b) { return a.x * b.x + a.y * b.y; }
-double turn(Vec2 a, Vec2 b) { return a.x * b.y - a.y * b.x; }
-
 Vec3 row(const ANK_MTX32& matrix, int i) {
     return {matrix.m[i][0], matrix.m[i][1], matrix.m[i][2]};
 }
@@ -41,16 +38,16 @@ struct FlatLine {
 
 /// Where two lines cross, unless they are parallel.
 std::optional<Vec2> crossing(const FlatLine& a, const FlatLine& b) {
-    const double area = turn(a.direction, b.direction);
+    const double area = cross(a.direction, b.direction);
     if (!(std::abs(area) > kParallel)) {
         return std::nullopt;
     }
-    return a.start + turn(b.start - a.start, b.direction) / area * a.direction;
+    return a.start + cross(b.start - a.start, b.direction) / area * a.direction;
 }
 
 /// Counter-clockwise from one direction to another, from 0 up to a full turn.
 double angleBetween(Vec2 a, Vec2 b) {
-    const double angle = std::atan2(turn(a, b), dot(a, b));
+    const double angle = std::atan2(cross(a, b), dot(a, b));
     return angle < 0 ? angle + kFullTurn : angle;
 }
 
@@ -98,7 +95,7 @@ Vec3 pointOf(const Curve& curve) {
     return isArc ? arcOf(curve).center : shapeOr(curve, lineOf(curve).start);
 }
 
-double distanceOf(const Vec3& a, const Vec3& b) { return std::sqrt(dot(b - a, b - a)); }
+double distanceOf(const Vec3& a, const Vec3& b) { return length(b - a); }
 
 double distanceOfEdges(const LineEdge& edge1, const LineEdge& edge2, const Frame& frame,
                        const double* text) {
@@ -124,7 +121,7 @@ double lengthOfArc(const ArcEdge& arc, const Curve& line1, const Curve& line2) {
     PMI3DPlnDef(6, line1.line(), line2.line(), nullptr, tolerances.data(), origin.data(), x.data(),
                 y.data(), nullptr);
     const Vec3 across = cross(a, b);
-    const double angle = std::atan2(std::sqrt(dot(across, across)), dot(a, b));
+    const double angle = std::atan2(length(across), dot(a, b));
     return arc.radius * (dot(across, cross(x, y)) < 0 ? kFullTurn - angle : angle);
 }
 
@@ -138,9 +135,9 @@ double angleAtText(const LineEdge& edge1, const LineEdge& edge2, const Frame& fr
     }
     // The text stands at a times one direction and b times the other from the vertex.
     const Vec2 toText = Vec2{text[0], text[1]} - *vertex;
-    const double area = turn(line1.direction, line2.direction);
-    const double a = turn(toText, line2.direction) / area;
-    const double b = turn(line1.direction, toText) / area;
+    const double area = cross(line1.direction, line2.direction);
+    const double a = cross(toText, line2.direction) / area;
+    const double b = cross(line1.direction, toText) / area;
     return inDegrees(angleBetween((a < 0 ? -1.0 : 1.0) * line1.direction,
                                   (b < 0 ? -1.0 : 1.0) * line2.direction));
 }

@@ -23,13 +23,18 @@ double PackedArguments::nextNumber() { return takeFirst(rows_.numbers); }
 
 int PackedArguments::nextInteger() { return takeFirst(rows_.integers); }
 
+void PackedArguments::read(std::span<double> numbers) {
+    std::span<const double>& left = rows_.numbers;
+    const std::size_t count = std::min(numbers.size(), left.size());
+    std::copy_n(left.begin(), count, numbers.begin());
+    left = left.subspan(count);
+}
+
 std::wstring PackedArguments::nextText() { return takeFirst(rows_.texts); }
 
 Vec3 PackedArguments::nextVector() {
     Vec3 v{};
-    for (double& number : v) {
-        number = nextNumber();
-    }
+    read(v);
     return v;
 }
 
@@ -101,9 +106,7 @@ CallView PackedArguments::view() {
         return {std::nullopt, sceneView_};
     case ViewOf::Itself: {
         Matrix own{};
-        for (double& number : own) {
-            number = nextNumber();
-        }
+        read(own);
         return {own, own};
     }
     default:

@@ -57,6 +57,8 @@ public:
 private:
     double nextNumber();
     int nextInteger();
+    /// Leaves alone what is past the end of the row.
+    void read(std::span<double> numbers);
     std::wstring nextText();
     Vec3 nextVector();
 

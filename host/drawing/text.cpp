@@ -133,14 +133,13 @@ Path frameAround(const std::vector<TextLine>& lines) {
     const TextLine& first = lines.front();
     const Vec2 right = first.placed.right;
     const Vec2 up = first.placed.up;
-    const double area = right.x * up.y - right.y * up.x;
+    const double area = cross(right, up);
     Extent inEm;
     for (const TextLine& line : lines) {
         for (const double along : {0.0, line.widthInEm}) {
             for (const double height : {kAscent, -kDescent}) {
                 const Vec2 p = line.at(along, height) - first.placed.start;
-                inEm.add(
-                    Vec2{(p.x * up.y - p.y * up.x) / area, (right.x * p.y - right.y * p.x) / area});
+                inEm.add(Vec2{cross(p, up) / area, cross(right, p) / area});
             }
         }
     }

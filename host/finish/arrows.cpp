@@ -34,8 +34,7 @@ ANK_DIR32 alongChord(const ArcLeader& arc, double chord) {
 }
 
 double distanceOf(const ANK_PNT32& a, const ANK_PNT32& b) {
-    const Vec3 d = vectorOf(a) - vectorOf(b);
-    return std::sqrt(dot(d, d));
+    return length(vectorOf(a) - vectorOf(b));
 }
 
 } // namespace

@@ -154,7 +154,7 @@ void TextBlock::makeReadable(const ViewInPlane& view) {
     const TextBox box = this->box();
     const Vec2 right = onScreen(frame_.x);
     const Vec2 up = onScreen(frame_.y);
-    const bool mirrored = right.x * up.y - right.y * up.x < -kRounding;
+    const bool mirrored = cross(right, up) < -kRounding;
     const bool backwards = right.x < -kRounding || (right.x <= kRounding && right.y < 0);
     const bool turnX = backwards;
     const bool turnY = mirrored != backwards;

@@ -16,8 +16,6 @@ struct End {
     Vec2 back;
 };
 
-double cross(Vec2 a, Vec2 b) { return a.x * b.y - a.y * b.x; }
-double dot(Vec2 a, Vec2 b) { return a.x * b.x + a.y * b.y; }
 Vec2 turnedLeft(Vec2 a) { return {-a.y, a.x}; }
 
 std::optional<Vec2> tryUnit(Vec2 a) {

@@ -1,10 +1,12 @@
 #include "host/finish/label.h"
 
+#include <algorithm>
 #include <array>
-#include <functional>
 #include <memory>
 #include <numbers>
-#include <variant>
+#include <numeric>
+#include <utility>
+#include <vector>
 
 #include <dorvale/dorvale.h>
 
@@ -15,8 +17,8 @@ constexpr double kInch = 25.4;
 constexpr double kDegreesOfRadian = 180 / std::numbers::pi;
 
 constexpr const char* kFields =
-    "expected {}, {.0} to {.9}, {.0in} to {.9in}, {/2in} to {/1000in}, {ft}, {/2ft} to {/1000ft}, "
-    "{.0rad} to {.9rad} or {dms}";
+    "expected {}, {.0} to {.9}, {.0in} to {.9in}, {/2in} to {/1000in}, {//2in} to {//1000in}, "
+    "{ft}, {/2ft} to {/1000ft}, {//2ft} to {//1000ft}, {.0rad} to {.9rad} or {dms}";
 
 /// The library's own formatter, which hosts reach by deriving from its class.
 class ValueText : public CDimSymUitity {
@@ -32,6 +34,9 @@ public:
         return {ascii.begin(), ascii.end()};
     }
 };
+
+/// The format of whole numbers.
+constexpr std::array<int, 6> kWhole{1, 1, 1, 1, 0, 0};
 
 /// What a field shows.
 struct Field {
@@ -49,6 +54,8 @@ struct Field {
     Form form = Form::Written;
     /// Decimals, or the fraction's denominator.
     int count = 0;
+    /// Whether a fraction is in its lowest terms.
+    bool isReduced = false;
 
     bool isOfAngles() const { return form == Form::Radians || form == Form::Sexagesimal; }
     bool isOfLengths() const {
@@ -85,6 +92,10 @@ std::optional<Field> fieldOf(std::wstring_view inside) {
     if (inside == L"dms") {
         return Field{Field::Form::Sexagesimal, 0};
     }
+    const bool isReduced = inside.starts_with(L"//");
+    if (isReduced) {
+        inside.remove_prefix(1);
+    }
     const std::wstring_view digits = inside.substr(1, inside.find_last_of(L"0123456789"));
     const std::optional<int> count = wholeNumber(digits);
     if (!count) {
@@ -99,11 +110,11 @@ std::optional<Field> fieldOf(std::wstring_view inside) {
                                                {L"rad", Field::Form::Radians}}};
     constexpr std::array<Unit, 2> kOfFractions{
         {{L"in", Field::Form::InchFraction}, {L"ft", Field::Form::FeetFraction}}};
-    const auto field = [name = inside.substr(1 + digits.size()),
-                        &count](const auto& units) -> std::optional<Field> {
+    const auto field =
+        [&, name = inside.substr(1 + digits.size())](const auto& units) -> std::optional<Field> {
         for (const Unit& unit : units) {
             if (unit.name == name) {
-                return Field{unit.form, *count};
+                return Field{unit.form, *count, isReduced};
             }
         }
         return std::nullopt;
@@ -117,53 +128,74 @@ std::optional<Field> fieldOf(std::wstring_view inside) {
     return std::nullopt;
 }
 
-/// A part of a label: text, a field, or the place of a mistake.
-struct Mistake {};
-using Part = std::variant<std::wstring, Field, Mistake>;
+/// A part of a label.
+struct Part {
+    enum class Kind { Text, Field, Mistake };
 
-/// Goes through a line from left to right; stops where `take` says false.
-void readLabel(std::wstring_view line, const std::function<bool(const Part&)>& take) {
-    while (!line.empty()) {
-        const std::size_t brace = line.find_first_of(L"{}");
-        const std::size_t textEnd = std::min(brace, line.size());
-        if (textEnd > 0 && !take(std::wstring(line.substr(0, textEnd)))) {
-            return;
-        }
-        line.remove_prefix(textEnd);
-        if (line.empty()) {
-            return;
-        }
-        const bool doubled = line.size() > 1 && line[1] == line[0];
-        const std::size_t close = line.find(L'}');
-        Part part = Mistake{};
-        std::size_t size = 1;
-        if (doubled) {
-            part = std::wstring(line.substr(0, 1));
-            size = 2;
-        } else if (line[0] == L'{' && close != std::wstring_view::npos) {
-            if (const auto field = fieldOf(line.substr(1, close - 1))) {
-                part = *field;
-            }
-            size = close + 1;
-        }
-        if (!take(part)) {
-            return;
-        }
-        line.remove_prefix(size);
+    Kind kind = Kind::Mistake;
+    std::wstring_view text;
+    Field field;
+};
+
+/// The part that begins with a brace, and how long it is.
+std::pair<Part, std::size_t> readBrace(std::wstring_view line) {
+    const std::size_t close = line.find(L'}');
+    if (line.size() > 1 && line[1] == line[0]) {
+        return {{Part::Kind::Text, line.substr(0, 1), {}}, 2};
     }
+    if (line[0] != L'{' || close == std::wstring_view::npos) {
+        return {{}, 1};
+    }
+    const auto field = fieldOf(line.substr(1, close - 1));
+    return {field ? Part{Part::Kind::Field, {}, *field} : Part{}, close + 1};
+}
+
+/// A line's parts, from left to right.
+std::vector<Part> partsOf(std::wstring_view line) {
+    std::vector<Part> parts;
+    while (!line.empty()) {
+        const std::size_t textEnd = std::min(line.find_first_of(L"{}"), line.size());
+        if (textEnd > 0) {
+            parts.push_back({Part::Kind::Text, line.substr(0, textEnd), {}});
+            line.remove_prefix(textEnd);
+        } else {
+            const auto [part, size] = readBrace(line);
+            parts.push_back(part);
+            line.remove_prefix(size);
+        }
+    }
+    return parts;
+}
+
+std::wstring wholeText(int number) { return ValueText::of(number, kWhole); }
+
+/// A text with its fraction in lowest terms.
+std::wstring reduced(const std::wstring& text) {
+    constexpr const wchar_t* kDigits = L"0123456789";
+    const std::size_t slash = text.find(L'/');
+    if (slash == std::wstring::npos) {
+        return text;
+    }
+    const std::size_t start = text.find_last_not_of(kDigits, slash - 1) + 1;
+    const std::size_t end = std::min(text.find_first_not_of(kDigits, slash + 1), text.size());
+    const int numerator =
+        wholeNumber(std::wstring_view(text).substr(start, slash - start)).value_or(1);
+    const int denominator =
+        wholeNumber(std::wstring_view(text).substr(slash + 1, end - slash - 1)).value_or(1);
+    const int common = std::gcd(numerator, denominator);
+    return text.substr(0, start) + wholeText(numerator / common) + L'/' +
+           wholeText(denominator / common) + text.substr(end);
 }
 
 /// An angle of at least 0 in degrees, minutes and seconds.
 std::wstring sexagesimal(double degrees) {
     constexpr int kParts = 60;
-    constexpr std::array<int, 6> kWhole{1, 1, 1, 1, 0, 0};
     int seconds = 0;
     for (const wchar_t digit : ValueText::of(degrees * kParts * kParts, kWhole)) {
         seconds = 10 * seconds + (digit - L'0');
     }
-    return ValueText::of(seconds / (kParts * kParts), kWhole) + L"\u00B0 " +
-           ValueText::of(seconds / kParts % kParts, kWhole) + L"' " +
-           ValueText::of(seconds % kParts, kWhole) + L'"';
+    return wholeText(seconds / (kParts * kParts)) + L"\u00B0 " +
+           wholeText(seconds / kParts % kParts) + L"' " + wholeText(seconds % kParts) + L'"';
 }
 
 /// The number in a field's form. The six numbers are those of `CDimSymUitity::SeStrCre`.
@@ -188,47 +220,42 @@ std::wstring textOf(const Field& field, double value) {
 
 } // namespace
 
-std::optional<std::string> mistakeInLabel(std::wstring_view line) {
-    std::optional<std::string> mistake;
-    readLabel(line, [&mistake](const Part& part) {
-        if (std::holds_alternative<Mistake>(part)) {
-            mistake = kFields;
+std::optional<std::string_view> mistakeInLabel(std::wstring_view line) {
+    for (const Part& part : partsOf(line)) {
+        if (part.kind == Part::Kind::Mistake) {
+            return kFields;
         }
-        return !mistake;
-    });
-    return mistake;
+    }
+    return std::nullopt;
 }
 
-std::optional<std::string> misfitOfLabel(std::wstring_view line, Quantity quantity) {
+std::optional<std::string_view> misfitOfLabel(std::wstring_view line, Quantity quantity) {
     if (quantity == Quantity::None) {
         return "there is no value that it could stand in place of";
     }
-    std::optional<std::string> misfit;
-    readLabel(line, [&](const Part& part) {
-        const auto* field = std::get_if<Field>(&part);
-        if (field != nullptr && field->isOfLengths() && quantity == Quantity::Angle) {
-            misfit = "an angle cannot be in inches or feet";
+    for (const Part& part : partsOf(line)) {
+        if (part.field.isOfLengths() && quantity == Quantity::Angle) {
+            return "an angle cannot be in inches or feet";
         }
-        if (field != nullptr && field->isOfAngles() && quantity == Quantity::Length) {
-            misfit = "a length cannot be in radians or degrees";
+        if (part.field.isOfAngles() && quantity == Quantity::Length) {
+            return "a length cannot be in radians or degrees";
         }
-        return !misfit;
-    });
-    return misfit;
+    }
+    return std::nullopt;
 }
 
 std::wstring filledLabel(std::wstring_view line, const Measured& measured,
                          const std::wstring& written) {
     std::wstring filled;
-    readLabel(line, [&](const Part& part) {
-        if (const auto* text = std::get_if<std::wstring>(&part)) {
-            filled += *text;
-        } else if (const auto* field = std::get_if<Field>(&part)) {
-            filled +=
-                field->form == Field::Form::Written ? written : textOf(*field, measured.value);
+    for (const Part& part : partsOf(line)) {
+        if (part.kind == Part::Kind::Text) {
+            filled += part.text;
+        } else if (part.kind == Part::Kind::Field) {
+            const bool asWritten = part.field.form == Field::Form::Written;
+            const std::wstring number = asWritten ? written : textOf(part.field, measured.value);
+            filled += part.field.isReduced ? reduced(number) : number;
         }
-        return true;
-    });
+    }
     return filled;
 }
 

@@ -12,6 +12,10 @@ const Ank_CurveEntity* curveOf(const Ank_Leader& leader) {
     return curves.empty() ? nullptr : curves.front();
 }
 
+bool isOf(AnkCurveTypeEnum type, const Ank_CurveEntity* curve) {
+    return curve != nullptr && curve->GetCurveType() == type;
+}
+
 } // namespace
 
 Vec3 ArcLeader::at(double turn) const {
@@ -19,29 +23,31 @@ Vec3 ArcLeader::at(double turn) const {
 }
 
 std::optional<ArcLeader> arcLeaderOf(const Ank_Leader& leader) {
-    const auto* arc = dynamic_cast<const Ank_Ellipse*>(curveOf(leader));
-    if (arc == nullptr) {
+    const Ank_CurveEntity* curve = curveOf(leader);
+    if (!isOf(ANK_CURVE_ARC, curve)) {
         return std::nullopt;
     }
+    const auto& arc = static_cast<const Ank_Ellipse&>(*curve);
     float first = 0;
     float second = 0;
-    arc->GetRadius(first, second);
+    arc.GetRadius(first, second);
     float start = 0;
     float end = 0;
-    arc->GetParameter(start, end);
+    arc.GetParameter(start, end);
     if (start == end) {
         return std::nullopt;
     }
-    return ArcLeader{vectorOf(arc->GetCenterPoint()), first, start, sweepOf(*arc)};
+    return ArcLeader{vectorOf(arc.GetCenterPoint()), first, start, sweepOf(arc)};
 }
 
 std::vector<Vec3> straightLeaderOf(const Ank_Leader& leader) {
     const Ank_CurveEntity* curve = curveOf(leader);
     std::vector<Vec3> points;
-    if (const auto* line = dynamic_cast<const Ank_Line*>(curve)) {
-        points = {vectorOf(line->GetStartPoint()), vectorOf(line->GetEndPoint())};
-    } else if (const auto* polyline = dynamic_cast<const Ank_PolyLine*>(curve)) {
-        for (const ANK_PNT32& point : polyline->GetPoints()) {
+    if (isOf(ANK_CURVE_LINE, curve)) {
+        const auto& line = static_cast<const Ank_Line&>(*curve);
+        points = {vectorOf(line.GetStartPoint()), vectorOf(line.GetEndPoint())};
+    } else if (isOf(ANK_CURVE_POLYLINE, curve)) {
+        for (const ANK_PNT32& point : static_cast<const Ank_PolyLine&>(*curve).GetPoints()) {
             points.push_back(vectorOf(point));
         }
     }
@@ -53,12 +59,11 @@ double lengthOf(const Ank_Leader& leader) {
         return std::abs(arc->sweep) * arc->radius;
     }
     const std::vector<Vec3> points = straightLeaderOf(leader);
-    double length = 0;
+    double sum = 0;
     for (std::size_t i = 1; i < points.size(); ++i) {
-        const Vec3 step = points[i] - points[i - 1];
-        length += std::sqrt(dot(step, step));
+        sum += length(points[i] - points[i - 1]);
     }
-    return length;
+    return sum;
 }
 
 } // namespace host

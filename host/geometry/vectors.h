@@ -27,6 +27,10 @@ inline Vec2 operator+(Vec2 a, Vec2 b) { return {a.x + b.x, a.y + b.y}; }
 inline Vec2 operator-(Vec2 a, Vec2 b) { return {a.x - b.x, a.y - b.y}; }
 inline Vec2 operator*(double s, Vec2 a) { return {s * a.x, s * a.y}; }
 inline double length(Vec2 a) { return std::hypot(a.x, a.y); }
+inline double dot(Vec2 a, Vec2 b) { return a.x * b.x + a.y * b.y; }
+/// Positive where `b` lies counter-clockwise of `a`.
+inline double cross(Vec2 a, Vec2 b) { return a.x * b.y - a.y * b.x; }
+inline Vec2 leftOf(Vec2 a) { return {-a.y, a.x}; }
 
 inline Vec3 operator+(const Vec3& a, const Vec3& b) {
     return {a[0] + b[0], a[1] + b[1], a[2] + b[2]};
@@ -39,9 +43,10 @@ inline double dot(const Vec3& a, const Vec3& b) { return a[0] * b[0] + a[1] * b[
 inline Vec3 cross(const Vec3& a, const Vec3& b) {
     return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
 }
+inline double length(const Vec3& a) { return std::sqrt(dot(a, a)); }
 /// Zero stays zero.
 inline Vec3 unit(const Vec3& a) {
-    const double size = std::sqrt(dot(a, a));
+    const double size = length(a);
     return size > 0 ? (1 / size) * a : a;
 }
 

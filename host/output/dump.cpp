@@ -189,7 +189,7 @@ ordered_json handedBack(std::uint32_t color) { return color; }
 ordered_json handedBack(const Vec3& p) {
     return ordered_json::array({number(p[0]), number(p[1]), number(p[2])});
 }
-ordered_json handedBack(const std::vector<Vec3>& points) {
+ordered_json handedBack(const FourPoints& points) {
     ordered_json list = ordered_json::array();
     for (const Vec3& p : points) {
         list.push_back(handedBack(p));

@@ -67,8 +67,8 @@ std::vector<Object> callsOf(Object& members) {
 /// What keeps a label from standing in place of what was measured, if anything does.
 std::optional<std::string> misfitOf(const std::vector<std::wstring>& label, Quantity quantity) {
     for (const std::wstring& line : label) {
-        if (auto misfit = misfitOfLabel(line, quantity)) {
-            return misfit;
+        if (const auto misfit = misfitOfLabel(line, quantity)) {
+            return std::string(*misfit);
         }
     }
     return std::nullopt;

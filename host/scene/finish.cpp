@@ -34,7 +34,7 @@ std::wstring readLabelLine(const Value& value) {
         value.fail("expected a text that is not empty");
     }
     if (const auto mistake = mistakeInLabel(line)) {
-        value.fail(*mistake);
+        value.fail(std::string(*mistake));
     }
     return line;
 }

@@ -44,7 +44,7 @@ std::optional<Vec3> crossing(const Trace& a, const Trace& b, const Vec3& normal)
 }
 
 double degreesBetween(const Vec3& a, const Vec3& b) {
-    return std::atan2(norm(cross(a, b)), dot(a, b)) / kDegree;
+    return std::atan2(length(cross(a, b)), dot(a, b)) / kDegree;
 }
 
 /// The angle's plane: square to both planes, or through both lines.
@@ -67,7 +67,7 @@ Range turned(const Range& range, double sign) {
 
 std::optional<Geometry> between(const Dimension& dimension, const Element& a, const Element& b) {
     const Vec3 normal = planeOf(a, b);
-    if (a.kind == ElementKind::Point || b.kind == ElementKind::Point || !(norm(normal) > 0.5)) {
+    if (a.kind == ElementKind::Point || b.kind == ElementKind::Point || !(length(normal) > 0.5)) {
         return std::nullopt;
     }
     std::vector<Vec3> all = a.reach;

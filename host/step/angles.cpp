@@ -64,7 +64,7 @@ private:
         circle_ = circle;
         corner_.vertex = circle.centre;
         const Vec3 x = unit(circle.start - circle.centre);
-        const Vec3 y = host::cross(circle.axis, x);
+        const Vec3 y = cross(circle.axis, x);
         const double sweep = sweepTo(circle.end - circle.centre, x, y);
         corner_.directions[0] = x;
         corner_.directions[1] = unit(circle.end - circle.centre);
@@ -139,8 +139,7 @@ private:
     void addArc(Vec2 way, const AngleTrial& trial) {
         constexpr int kChords = 6;
         const double from = std::atan2(way.y, way.x);
-        const double turn = std::atan2(way.x * trial.direction.y - way.y * trial.direction.x,
-                                       dot(way, trial.direction));
+        const double turn = std::atan2(cross(way, trial.direction), dot(way, trial.direction));
         const auto at = [&](int i) {
             const double angle = from + turn * i / kChords;
             return vertex_ + trial.radius * Vec2{std::cos(angle), std::sin(angle)};

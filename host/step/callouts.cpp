@@ -145,12 +145,12 @@ private:
         if (length(text - anchor.centre) < 1.2 * anchor.radius) {
             return false;
         }
-        if (circle.anyAxis || norm(circle.start - circle.end) < 1e-9) {
+        if (circle.anyAxis || length(circle.start - circle.end) < 1e-9) {
             return true;
         }
         const Vec3 way = sheet_.view.inModel(text - anchor.centre, 0);
         const Vec3 x = circle.start - circle.centre;
-        const Vec3 y = host::cross(circle.axis, x);
+        const Vec3 y = cross(circle.axis, x);
         constexpr double kFromEnds = 0.05;
         const double sweep = sweepTo(circle.end - circle.centre, x, y);
         const double at = sweepTo(way, x, y);

@@ -38,7 +38,7 @@ public:
 private:
     void add(const Vec3& direction, const Vec3& a, const Vec3& b) {
         const Vec3 along = unit(direction);
-        if (norm(along) > 0) {
+        if (length(along) > 0) {
             all_.push_back({along, {a, b}});
         }
     }

@@ -13,13 +13,13 @@ constexpr double kSamePlace = 1e-3;
 bool onSameAxis(const Element& a, const Element& b) {
     return a.kind == b.kind && a.kind == ElementKind::Axis && a.part == b.part &&
            parallel(a.direction, b.direction) &&
-           norm(offsetFromLine(b.point, a.point, a.direction)) < kSamePlace &&
+           length(offsetFromLine(b.point, a.point, a.direction)) < kSamePlace &&
            std::abs(a.radius - b.radius) < kSamePlace;
 }
 
 bool sameElement(const Element& a, const Element& b) {
     if (a.kind == ElementKind::Point) {
-        return b.kind == a.kind && norm(a.point - b.point) < kSamePlace &&
+        return b.kind == a.kind && length(a.point - b.point) < kSamePlace &&
                std::abs(a.radius - b.radius) < kSamePlace;
     }
     if (a.kind == ElementKind::Plane) {
@@ -91,7 +91,7 @@ Element elementOf(const Edge& edge) {
 
 } // namespace
 
-bool parallel(const Vec3& a, const Vec3& b) { return norm(cross(a, b)) < kSameDirection; }
+bool parallel(const Vec3& a, const Vec3& b) { return length(cross(a, b)) < kSameDirection; }
 
 bool square(const Vec3& a, const Vec3& b) { return std::abs(dot(a, b)) < kSameDirection; }
 

@@ -55,6 +55,4 @@ struct Range {
 };
 Range rangeAlong(const std::vector<Vec3>& points, const Vec3& direction);
 
-inline double norm(const Vec3& v) { return std::sqrt(dot(v, v)); }
-
 } // namespace host::step

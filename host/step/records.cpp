@@ -17,7 +17,7 @@ template <class A, Record<Edge> T> void fields(A& a, T& v) {
 
 template <class A, Record<Face> T> void fields(A& a, T& v) {
     a(v.entity, v.kind, v.origin, v.axis, v.radius, v.minorRadius, v.halfAngle, v.hollow, v.part,
-      v.edges, v.points);
+      v.edges, v.section, v.points);
 }
 
 template <class A, Record<Feature> T> void fields(A& a, T& v) {

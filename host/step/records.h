@@ -56,6 +56,8 @@ struct Face {
     /// Which part of an assembly it belongs to.
     int part = 0;
     std::vector<Edge> edges;
+    /// Of a torus: the smaller circle, half-way round, as far as the face has it.
+    Edge section;
     /// On the face, as far as it reaches.
     std::vector<Vec3> points;
 };

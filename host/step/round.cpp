@@ -72,13 +72,8 @@ void offerTorus(const Face& face, std::vector<Offer>& offers) {
             hasSection = true;
         }
     }
-    const Vec3 outwards = face.points.empty()
-                              ? squareTo(face.axis)
-                              : unit(offsetFromLine(middleOf(face.points), face.origin, face.axis));
-    if (!hasSection && norm(outwards) > 0) {
-        const Vec3 centre = face.origin + face.radius * outwards;
-        offers.push_back({fullCircle(centre, unit(cross(face.axis, outwards)), face.minorRadius),
-                          centre, face.hollow});
+    if (!hasSection && face.section.kind == CurveKind::Circle) {
+        offers.push_back({circleOf(face.section), face.section.centre, face.hollow});
     }
     for (const double radius :
          {face.radius, face.radius + face.minorRadius, face.radius - face.minorRadius}) {
@@ -122,10 +117,10 @@ std::vector<Offer> offersOf(const Feature& feature) {
 
 bool onSameAxis(const Offer& a, const Offer& b) {
     if (a.circle.anyAxis || b.circle.anyAxis) {
-        return norm(a.circle.centre - b.circle.centre) < kSameRadius;
+        return length(a.circle.centre - b.circle.centre) < kSameRadius;
     }
     return parallel(a.circle.axis, b.circle.axis) &&
-           norm(offsetFromLine(b.circle.centre, a.circle.centre, a.circle.axis)) < kSameRadius;
+           length(offsetFromLine(b.circle.centre, a.circle.centre, a.circle.axis)) < kSameRadius;
 }
 
 /// How many different axes there are. Of faces of several kinds, as fillets that run round corners
@@ -151,18 +146,18 @@ int placesOf(const Feature& feature, const std::vector<Offer>& offers) {
 /// Halves of one circle are joined: what a full turn covers is drawn as a full circle.
 void addCircle(std::vector<Circle>& circles, const Circle& circle) {
     for (Circle& known : circles) {
-        const bool same = norm(known.centre - circle.centre) < kSameRadius &&
+        const bool same = length(known.centre - circle.centre) < kSameRadius &&
                           parallel(known.axis, circle.axis) &&
                           std::abs(known.radius - circle.radius) < kSameRadius;
         if (!same) {
             continue;
         }
         const bool meet = dot(known.axis, circle.axis) > 0
-                              ? norm(known.start - circle.end) < kSameRadius &&
-                                    norm(known.end - circle.start) < kSameRadius
-                              : norm(known.start - circle.start) < kSameRadius &&
-                                    norm(known.end - circle.end) < kSameRadius;
-        if (meet || norm(circle.start - circle.end) == 0) {
+                              ? length(known.start - circle.end) < kSameRadius &&
+                                    length(known.end - circle.start) < kSameRadius
+                              : length(known.start - circle.start) < kSameRadius &&
+                                    length(known.end - circle.end) < kSameRadius;
+        if (meet || length(circle.start - circle.end) == 0) {
             known.end = known.start;
         }
         return;

@@ -7,6 +7,8 @@
 #include <BRepAdaptor_Surface.hxx>
 #include <BRepTools.hxx>
 #include <BRep_Tool.hxx>
+#include <ElCLib.hxx>
+#include <ElSLib.hxx>
 #include <GCPnts_AbscissaPoint.hxx>
 #include <TopExp.hxx>
 #include <TopExp_Explorer.hxx>
@@ -35,6 +37,13 @@ bool isFinite(double first, double last) {
     return std::abs(first) < kFarthest && std::abs(last) < kFarthest;
 }
 
+void setCircle(const gp_Circ& circle, Edge& edge) {
+    edge.kind = CurveKind::Circle;
+    edge.centre = vectorOf(circle.Location());
+    edge.radius = circle.Radius();
+    edge.axis = vectorOf(circle.XAxis().Direction().Crossed(circle.YAxis().Direction()));
+}
+
 void samplePoints(const BRepAdaptor_Curve& curve, Edge& edge) {
     const int pieces = edge.kind == CurveKind::Line ? 1 : kCurvePoints;
     const double first = curve.FirstParameter();
@@ -55,6 +64,22 @@ template <class Elementary> void setAxis(const Elementary& surface, bool reverse
     face.origin = vectorOf(surface.Location());
     face.axis = vectorOf(surface.Position().Direction());
     face.hollow = reversed == isDirect(surface);
+}
+
+/// Half-way round the axis, over the angles that the face has.
+Edge sectionOf(const BRepAdaptor_Surface& surface) {
+    const gp_Torus torus = surface.Torus();
+    const double around = (surface.FirstUParameter() + surface.LastUParameter()) / 2;
+    const gp_Circ circle =
+        ElSLib::TorusUIso(torus.Position(), torus.MajorRadius(), torus.MinorRadius(), around);
+    Edge edge;
+    setCircle(circle, edge);
+    const double first = surface.FirstVParameter();
+    const double last = surface.LastVParameter();
+    edge.start = vectorOf(ElCLib::Value(first, circle));
+    edge.end = vectorOf(ElCLib::Value(last, circle));
+    edge.length = (last - first) * edge.radius;
+    return edge;
 }
 
 void setSurface(const BRepAdaptor_Surface& surface, bool reversed, Face& face) {
@@ -88,6 +113,7 @@ void setSurface(const BRepAdaptor_Surface& surface, bool reversed, Face& face) {
         setAxis(surface.Torus(), reversed, face);
         face.radius = surface.Torus().MajorRadius();
         face.minorRadius = surface.Torus().MinorRadius();
+        face.section = sectionOf(surface);
         break;
     default:
         break;
@@ -128,11 +154,7 @@ Edge edgeRecord(const TopoDS_Edge& shape) {
     if (curve.GetType() == GeomAbs_Line) {
         edge.kind = CurveKind::Line;
     } else if (curve.GetType() == GeomAbs_Circle) {
-        const gp_Circ circle = curve.Circle();
-        edge.kind = CurveKind::Circle;
-        edge.centre = vectorOf(circle.Location());
-        edge.radius = circle.Radius();
-        edge.axis = vectorOf(circle.XAxis().Direction().Crossed(circle.YAxis().Direction()));
+        setCircle(curve.Circle(), edge);
     }
     samplePoints(curve, edge);
     edge.length = GCPnts_AbscissaPoint::Length(curve);

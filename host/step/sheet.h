@@ -38,9 +38,6 @@ struct PaperLine {
 };
 
 bool crossing(const PaperLine& a, const PaperLine& b);
-using host::dot;
-inline double dot(Vec2 a, Vec2 b) { return a.x * b.x + a.y * b.y; }
-inline Vec2 leftOf(Vec2 v) { return {-v.y, v.x}; }
 
 /// An annotation that has found its place; points in the model.
 struct Annotation {

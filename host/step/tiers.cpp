@@ -40,7 +40,7 @@ Range reachOf(const Side& side, const Sheet& sheet, Vec2 outwards) {
     const double mark = kCentreMark * sheet.textHeight;
     Range reach{dot(middle, outwards) - mark, dot(middle, outwards) + mark};
     // Seen end-on an axis is a point, however wide what turns about it is.
-    const bool endOn = norm(side.axis) > 0 && parallel(side.axis, sheet.view.towardsViewer);
+    const bool endOn = length(side.axis) > 0 && parallel(side.axis, sheet.view.towardsViewer);
     if (endOn || side.reach.empty()) {
         return reach;
     }

@@ -38,7 +38,7 @@ bool looksAlong(const View& view, const Vec3& direction) {
     return parallel(view.towardsViewer, direction) && dot(view.towardsViewer, direction) > 0;
 }
 
-bool isDirection(const Vec3& v) { return std::abs(norm(v) - 1) < 1e-3; }
+bool isDirection(const Vec3& v) { return std::abs(length(v) - 1) < 1e-3; }
 
 class Planner {
 public:

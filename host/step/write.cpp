@@ -111,7 +111,7 @@ void addGeometry(const Annotation& annotation, const Sheet& sheet, ordered_json&
         call["call"] = "PMICreateArcDim3D";
         call["curve"] = shape();
         const Vec3 x = unit(circle.start - circle.centre);
-        const Vec3 y = host::cross(circle.axis, x);
+        const Vec3 y = cross(circle.axis, x);
         call["line1"] = line({circle.centre, circle.centre + x});
         call["line2"] = line({circle.centre, circle.centre + y});
         break;

@@ -8,8 +8,10 @@ namespace {
 /// Deletes every object of a list once, also one that the list names twice.
 template <typename T> void deleteAll(std::vector<T*>& objects) {
     if (objects.size() > 2) {
-        // In a shorter list equal ones are neighbours as they are.
-        std::sort(objects.begin(), objects.end());
+        // In a shorter list equal ones are neighbours as they are. Lists are short: `std::sort`
+        // would be a lot of code for them.
+        std::make_heap(objects.begin(), objects.end());
+        std::sort_heap(objects.begin(), objects.end());
     }
     const auto end = std::unique(objects.begin(), objects.end());
     std::for_each(objects.begin(), end, [](T* object) { delete object; });

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/finish/finish.h"
@@ -20,7 +21,8 @@ enum Finish {
     kReadable = 8,
     kNotReadable = 16,
     /// The label is the annotation's own, and not one that a scene has for all that can show it.
-    kOwnLabel = 32
+    kOwnLabel = 32,
+    kSpacing = 64
 };
 
 void preset(Recipes& recipes, Ank_PMI& pmi) {
@@ -41,11 +43,10 @@ struct Finishing {
     bool ownLabel = false;
 };
 
-Finishing readFinishing(Recipes& recipes) {
-    Finishing read;
+void readFinishing(Recipes& recipes, Finishing& read) {
     const int given = recipes.nextInteger();
     if (given == 0) {
-        return read;
+        return;
     }
     for (int left = recipes.nextInteger(); left > 0 && !recipes.rows().texts.empty(); --left) {
         read.options.label.push_back(recipes.nextText());
@@ -60,69 +61,73 @@ Finishing readFinishing(Recipes& recipes) {
     if ((given & (kReadable | kNotReadable)) != 0) {
         read.options.readable = (given & kReadable) != 0;
     }
+    if ((given & kSpacing) != 0) {
+        read.options.spacing = recipes.nextNumber();
+    }
     read.ownLabel = (given & kOwnLabel) != 0;
-    return read;
 }
 
-using CallResults = std::vector<host::CallResult>;
-
-CallResults makeCalls(Recipes& recipes, Ank_PMI& pmi) {
-    CallResults results;
+void makeCalls(Recipes& recipes, Ank_PMI& pmi, std::vector<MadeCall>& made) {
     for (int left = recipes.nextInteger(); left > 0; --left) {
         const auto place = static_cast<std::size_t>(recipes.nextInteger());
         if (place >= host::calls().size()) {
             break;
         }
-        const host::Call& call = host::calls()[place];
         host::PackedArguments arguments(recipes.rows(), recipes.view());
-        host::CallResult& result = results.emplace_back();
-        result.call = call.name;
-        call.make(arguments, pmi, result);
+        host::CallResult& result = made.emplace_back(MadeCall{place, {}}).result;
+        host::calls()[place].make(arguments, pmi, result);
     }
-    return results;
 }
+
+/// What becomes of one recipe.
+struct Work {
+    Ank_PMI pmi;
+    Finishing finishing;
+    std::vector<MadeCall> made;
+};
 
 struct Mistake {
     int line;
-    std::string what;
+    std::string_view what;
 };
 
 template <class Check>
 std::optional<Mistake> mistakeIn(const std::vector<std::wstring>& label, Check check) {
     for (std::size_t i = 0; i < label.size(); ++i) {
-        if (const std::optional<std::string> what = check(label[i])) {
+        if (const std::optional<std::string_view> what = check(label[i])) {
             return Mistake{static_cast<int>(i), *what};
         }
     }
     return std::nullopt;
 }
 
-/// The last call that measured something; an empty one where none did.
-host::CallResult measuringCall(const CallResults& results) {
-    const auto found = std::find_if(results.rbegin(), results.rend(), [](const auto& result) {
-        return result.measured.quantity != host::Quantity::None;
+/// What the last call that measured something gave back; null where none did.
+const host::CallResult* measuringCall(const std::vector<MadeCall>& made) {
+    const auto found = std::find_if(made.rbegin(), made.rend(), [](const MadeCall& call) {
+        return call.result.measured.quantity != host::Quantity::None;
     });
-    return found == results.rend() ? host::CallResult{} : *found;
+    return found == made.rend() ? nullptr : &found->result;
 }
 
 /// Finishes an annotation, unless its label cannot be.
-std::optional<Mistake> finish(Finishing& finishing, const CallResults& results,
-                              const host::Matrix& view, Ank_PMI& pmi) {
-    std::vector<std::wstring>& label = finishing.options.label;
+std::optional<Mistake> finish(Work& work, const host::Matrix& view) {
+    std::vector<std::wstring>& label = work.finishing.options.label;
     if (const auto mistake = mistakeIn(label, host::mistakeInLabel)) {
         return mistake;
     }
-    const host::CallResult call = measuringCall(results);
+    const host::CallResult none;
+    const host::CallResult* const measuring = measuringCall(work.made);
+    const host::CallResult& call = measuring != nullptr ? *measuring : none;
     const auto misfit = mistakeIn(label, [&call](const std::wstring& line) {
         return host::misfitOfLabel(line, call.measured.quantity);
     });
-    if (misfit && finishing.ownLabel) {
+    if (misfit && work.finishing.ownLabel) {
         return misfit;
     }
     if (misfit) {
         label.clear();
     }
-    host::finish(pmi, view, finishing.options, call);
+    host::finish(work.pmi, view, work.finishing.options, call);
     return std::nullopt;
 }
 
@@ -130,16 +135,16 @@ std::optional<Mistake> finish(Finishing& finishing, const CallResults& results,
 
 void build(Recipes& recipes, Words& words) {
     const Scope scope;
-    Ank_PMI pmi;
-    preset(recipes, pmi);
-    Finishing finishing = readFinishing(recipes);
-    const CallResults results = makeCalls(recipes, pmi);
-    const std::optional<Mistake> mistake = finish(finishing, results, recipes.view(), pmi);
+    const InScope<Work> work;
+    preset(recipes, work->pmi);
+    readFinishing(recipes, work->finishing);
+    makeCalls(recipes, work->pmi, work->made);
+    const std::optional<Mistake> mistake = finish(*work, recipes.view());
     words.add(mistake ? mistake->line : -1);
     if (mistake) {
         words.add(std::wstring(mistake->what.begin(), mistake->what.end()));
     } else {
-        addAnnotation(words, pmi, results);
+        addAnnotation(words, work->pmi, work->made);
     }
 }
 

@@ -28,6 +28,33 @@ private:
     std::byte* top_;
 };
 
+/// Whether a scope's end is the end of all that was made in it; elsewhere than in the module, the
+/// system's own allocator is at work.
+#ifdef __wasm__
+inline constexpr bool kScopeFrees = true;
+#else
+inline constexpr bool kScopeFrees = false;
+#endif
+
+/// An object that lives until the scope around it ends. Nobody destroys it there: all that it owns
+/// is memory of the scope.
+template <class T> class InScope {
+public:
+    InScope() : object_(new T) {}
+    ~InScope() {
+        if constexpr (!kScopeFrees) {
+            delete object_;
+        }
+    }
+    InScope(const InScope&) = delete;
+    InScope& operator=(const InScope&) = delete;
+    T* operator->() const { return object_; }
+    T& operator*() const { return *object_; }
+
+private:
+    T* object_;
+};
+
 /// A buffer of plain elements that keeps its memory. Growing it keeps what it holds.
 template <class T> class Buffer {
 public:
@@ -35,9 +62,13 @@ public:
     T* data() const { return data_; }
 
     void reserve(std::size_t count, std::size_t used) {
-        if (count <= capacity_) {
-            return;
+        if (count > capacity_) {
+            grow(count, used);
         }
+    }
+
+private:
+    void grow(std::size_t count, std::size_t used) {
         const std::size_t doubled = 2 * capacity_;
         const std::size_t capacity = count > doubled ? count : doubled;
         T* const data = static_cast<T*>(takeForGood(capacity * sizeof(T)));
@@ -48,7 +79,6 @@ public:
         capacity_ = capacity;
     }
 
-private:
     T* data_ = nullptr;
     std::size_t capacity_ = 0;
 };

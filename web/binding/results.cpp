@@ -1,19 +1,70 @@
 #include "web/binding/results.h"
 
 #include <algorithm>
+#include <array>
 
 namespace web {
 namespace {
 
-template <class E> void addEnum(Words& words, E value) { words.add(static_cast<int>(value)); }
+// What objects of the model are as words. Flags and enumerations are integers.
 
-/// The two numbers of a getter that hands out a pair.
-template <class Object>
-void addPair(Words& words, const Object& object, void (Object::*get)(float&, float&) const) {
-    float pair[2] = {};
-    (object.*get)(pair[0], pair[1]);
-    words.add(std::span<const float>(pair));
-}
+struct PackedCurve {
+    int type;
+    int usage;
+    int displayType;
+    int display;
+};
+
+struct PackedLine {
+    std::uint32_t count;
+    ANK_PNT32 start;
+    ANK_PNT32 end;
+};
+
+struct PackedArc {
+    ANK_PNT32 center;
+    ANK_DIR32 normal;
+    ANK_PNT32 start;
+    ANK_PNT32 end;
+    ANK_DIR32 originDirection;
+    ANK_DIR32 axes[3];
+    float radii[2];
+    float parameter[2];
+    float domain[2];
+};
+
+struct PackedLeader {
+    int type;
+    int stub;
+    AnkTermTypeEnum terminator;
+    float size[2];
+    ANK_PNT32 tip;
+    ANK_DIR32 direction;
+};
+
+struct PackedText {
+    ANK_PNT32 location;
+    ANK_DIR32 axes[2];
+    float size[2];
+    float spacing;
+    int usage;
+};
+
+struct PackedEnvelope {
+    int frame;
+    ANK_RGBA32 background;
+    ANK_RGBA32 frameColor;
+    AnkAnchorTypeEnum anchorType;
+    ANK_PNT32 anchor;
+};
+
+struct PackedAnnotation {
+    ANK_MTX32 plane;
+    int type;
+    std::uint32_t dim;
+    int display;
+    int screenParallel;
+};
 
 // One overload for each kind of object.
 void add(Words& words, const Ank_CurveEntity& curve);
@@ -31,45 +82,39 @@ template <class T> void addList(Words& words, const std::vector<T*>& objects) {
 }
 
 void addLine(Words& words, const Ank_Line& line) {
-    words.addCount(2);
-    words.add(line.GetStartPoint());
-    words.add(line.GetEndPoint());
+    auto& packed = words.next<PackedLine>();
+    packed.count = 2;
+    packed.start = line.GetStartPoint();
+    packed.end = line.GetEndPoint();
 }
 
 void addPolyline(Words& words, const Ank_PolyLine& polyline) {
     words.addCount(polyline.GetPoints().size());
     for (const ANK_PNT32& point : polyline.GetPoints()) {
-        words.add(point);
+        words.next<ANK_PNT32>() = point;
     }
-    addPair(words, polyline, &Ank_PolyLine::GetDomain);
+    auto& domain = words.next<std::array<float, 2>>();
+    polyline.GetDomain(domain[0], domain[1]);
 }
 
 void addArc(Words& words, const Ank_Ellipse& arc) {
-    ANK_PNT32 start;
-    ANK_PNT32 end;
-    arc.GetCoordinatePnt(start, end);
-    ANK_DIR32 x;
-    ANK_DIR32 y;
-    ANK_DIR32 z;
-    arc.GetXYZDir(x, y, z);
-    words.add(arc.GetCenterPoint());
-    words.add(arc.GetNormal());
-    words.add(start);
-    words.add(end);
-    words.add(arc.GetOriginDir());
-    words.add(x);
-    words.add(y);
-    words.add(z);
-    addPair(words, arc, &Ank_Ellipse::GetRadius);
-    addPair(words, arc, &Ank_Ellipse::GetParameter);
-    addPair(words, arc, &Ank_Ellipse::GetDomain);
+    auto& packed = words.next<PackedArc>();
+    packed.center = arc.GetCenterPoint();
+    packed.normal = arc.GetNormal();
+    arc.GetCoordinatePnt(packed.start, packed.end);
+    packed.originDirection = arc.GetOriginDir();
+    arc.GetXYZDir(packed.axes[0], packed.axes[1], packed.axes[2]);
+    arc.GetRadius(packed.radii[0], packed.radii[1]);
+    arc.GetParameter(packed.parameter[0], packed.parameter[1]);
+    arc.GetDomain(packed.domain[0], packed.domain[1]);
 }
 
 void add(Words& words, const Ank_CurveEntity& curve) {
-    addEnum(words, curve.GetCurveType());
-    addEnum(words, curve.GetUsageType());
-    addEnum(words, curve.GetCurveDispType());
-    words.add(curve.GetCurveDispStat());
+    auto& packed = words.next<PackedCurve>();
+    packed.type = curve.GetCurveType();
+    packed.usage = curve.GetUsageType();
+    packed.displayType = curve.GetCurveDispType();
+    packed.display = curve.GetCurveDispStat() ? 1 : 0;
     switch (curve.GetCurveType()) {
     case ANK_CURVE_LINE:
         return addLine(words, static_cast<const Ank_Line&>(curve));
@@ -90,68 +135,46 @@ void addCurve(Words& words, const Ank_CurveEntity* curve) {
 }
 
 void add(Words& words, const Ank_Leader& leader) {
-    AnkTermTypeEnum type{};
-    float size[2] = {};
-    ANK_PNT32 tip;
-    ANK_DIR32 direction;
-    leader.GetTerminator(type, size, tip, direction);
-    addEnum(words, leader.GetLeaderType());
-    words.add(leader.GetStubDelta());
-    addEnum(words, type);
-    words.add(std::span<const float>(size));
-    words.add(tip);
-    words.add(direction);
+    auto& packed = words.next<PackedLeader>();
+    packed.type = leader.GetLeaderType();
+    packed.stub = leader.GetStubDelta() ? 1 : 0;
+    leader.GetTerminator(packed.terminator, packed.size, packed.tip, packed.direction);
     const std::vector<Ank_CurveEntity*> curves = leader.GetAllCurve();
     addCurve(words, curves.empty() ? nullptr : curves.front());
 }
 
 void add(Words& words, const Ank_Extensionline& line) {
-    addEnum(words, line.GetExLineType());
+    words.add(line.GetExLineType());
     words.add(line.GetDisplay());
     addCurve(words, line.GetCurve());
 }
 
 void add(Words& words, const Ank_SpecialLine& line) {
-    addEnum(words, line.GetSpecLinUse());
+    words.add(line.GetSpecLinUse());
     addList(words, line.GetCurves());
 }
 
 void add(Words& words, const Ank_Text& text) {
-    ANK_DIR32 x;
-    ANK_DIR32 y;
-    text.GetInnerXYAxis(x, y);
     words.add(text.GetText());
     words.add(text.GetFont());
-    words.add(text.GetInnerLoc());
-    words.add(x);
-    words.add(y);
-    addPair(words, text, &Ank_Text::GetCharWidthHeight);
-    words.add(text.GetCharSpacing());
-    addEnum(words, text.GetUsageType());
-}
-
-void add(Words& words, const ANK_RGBA32& color) {
-    words.add(color.r);
-    words.add(color.g);
-    words.add(color.b);
-    words.add(color.a);
+    auto& packed = words.next<PackedText>();
+    packed.location = text.GetInnerLoc();
+    text.GetInnerXYAxis(packed.axes[0], packed.axes[1]);
+    text.GetCharWidthHeight(packed.size[0], packed.size[1]);
+    packed.spacing = text.GetCharSpacing();
+    packed.usage = text.GetUsageType();
 }
 
 void add(Words& words, const Ank_ComText& block) {
-    const ANK_BOX32 box = block.GetOuterBox();
-    words.add(box.first);
-    words.add(box.second);
+    words.next<ANK_BOX32>() = block.GetOuterBox();
     const Ank_Envelope* envelope = block.GetEnvelope();
     words.add(envelope != nullptr);
     if (envelope != nullptr) {
-        AnkAnchorTypeEnum type{};
-        ANK_PNT32 anchor;
-        envelope->GetAnchorPoint(type, anchor);
-        words.add(envelope->GetFrameFlag());
-        add(words, envelope->GetBackgroundColor());
-        add(words, envelope->GetFrameColor());
-        addEnum(words, type);
-        words.add(anchor);
+        auto& packed = words.next<PackedEnvelope>();
+        packed.frame = envelope->GetFrameFlag() ? 1 : 0;
+        packed.background = envelope->GetBackgroundColor();
+        packed.frameColor = envelope->GetFrameColor();
+        envelope->GetAnchorPoint(packed.anchorType, packed.anchor);
     }
     addList(words, block.GetTexts());
 }
@@ -163,18 +186,16 @@ struct AddValue {
     void operator()(int value) const { words.add(value); }
     void operator()(std::uint32_t value) const { words.add(value); }
     void operator()(const host::Vec3& p) const { words.add(std::span<const double>(p)); }
-    void operator()(const std::vector<host::Vec3>& points) const {
+    void operator()(const host::FourPoints& points) const {
         words.addCount(points.size());
         std::for_each(points.begin(), points.end(), *this);
     }
-    void operator()(const host::MovedLine& line) const {
-        words.add(line.start);
-        words.add(line.end);
-    }
+    void operator()(const host::MovedLine& line) const { words.next<host::MovedLine>() = line; }
 };
 
-void add(Words& words, const host::CallResult& result) {
-    words.addCount(static_cast<std::size_t>(host::findCall(result.call) - host::calls().data()));
+void add(Words& words, const MadeCall& call) {
+    const host::CallResult& result = call.result;
+    words.addCount(call.place);
     if (result.status) {
         words.add(*result.status);
     }
@@ -185,8 +206,8 @@ void add(Words& words, const host::CallResult& result) {
     for (const host::HandedBack& other : result.others) {
         std::visit(AddValue{words}, other.value);
     }
-    addEnum(words, result.measured.quantity);
-    words.add(result.measured.value);
+    words.add(static_cast<int>(result.measured.quantity));
+    words.add(std::span<const double>(&result.measured.value, 1));
     words.addCount(result.callerLines.size());
     for (const host::LineEdge& line : result.callerLines) {
         words.add(std::span<const double>(line.start));
@@ -196,52 +217,45 @@ void add(Words& words, const host::CallResult& result) {
 
 } // namespace
 
-void Words::add(double value) { add(std::span<const double>(&value, 1)); }
-
 void Words::add(std::span<const double> values) {
-    if (size() % 2 != 0) {
+    if (size_ % 2 != 0) {
         add(0);
     }
-    addBytes(values.data(), 2 * values.size());
+    std::memcpy(more(2 * values.size()), values.data(), values.size_bytes());
 }
 
 void Words::add(std::wstring_view text) {
-    const std::size_t count = size();
-    add(0);
-    std::size_t units = 0;
-    const auto addUnit = [&](std::uint32_t unit) {
-        if (units++ % 2 == 0) {
-            add(unit);
-        } else {
-            words_.data()[size_ - 1] |= unit << 16U;
-        }
-    };
+    // A character is a unit, or two beyond U+FFFF.
+    const std::size_t start = size_;
+    auto* const first = reinterpret_cast<std::uint16_t*>(more(1 + text.size()) + 1);
+    std::uint16_t* end = first;
     for (const wchar_t c : text) {
         auto code = static_cast<std::uint32_t>(c);
         if (code >= 0x10000) {
             code -= 0x10000;
-            addUnit(0xD800 + (code >> 10U));
+            *end++ = static_cast<std::uint16_t>(0xD800 + (code >> 10U));
             code = 0xDC00 + (code & 0x3FFU);
         }
-        addUnit(code);
+        *end++ = static_cast<std::uint16_t>(code);
     }
-    set(count, units);
+    const auto units = static_cast<std::size_t>(end - first);
+    set(start, units);
+    size_ = start + 1 + (units + 1) / 2;
 }
 
-void addAnnotation(Words& words, const Ank_PMI& pmi, std::span<const host::CallResult> calls) {
-    for (const auto& row : pmi.GetDefPlane().m) {
-        words.add(std::span<const float>(row));
-    }
-    addEnum(words, pmi.GetType());
-    words.add(pmi.GetDim());
-    words.add(pmi.GetDisplay());
-    words.add(pmi.GetParallelScreen());
+void addAnnotation(Words& words, const Ank_PMI& pmi, std::span<const MadeCall> calls) {
+    auto& packed = words.next<PackedAnnotation>();
+    packed.plane = pmi.GetDefPlane();
+    packed.type = pmi.GetType();
+    packed.dim = pmi.GetDim();
+    packed.display = pmi.GetDisplay() ? 1 : 0;
+    packed.screenParallel = pmi.GetParallelScreen() ? 1 : 0;
     addList(words, pmi.GetLeaders());
     addList(words, pmi.GetExLines());
     addList(words, pmi.GetSpecialLines());
     addList(words, pmi.GetComText());
     words.addCount(calls.size());
-    for (const host::CallResult& call : calls) {
+    for (const MadeCall& call : calls) {
         add(words, call);
     }
 }

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <span>
 #include <string_view>
-#include <vector>
+#include <type_traits>
 
 #include "host/calls/calls.h"
 #include "web/binding/memory.h"
@@ -27,16 +27,16 @@ public:
     void add(std::uint32_t value) { *more(1) = value; }
     void add(int value) { add(static_cast<std::uint32_t>(value)); }
     void add(bool value) { add(value ? 1U : 0U); }
-    void add(float value) { addBytes(&value, 1); }
-    void add(double value);
-    void add(std::span<const float> values) { addBytes(values.data(), values.size()); }
     void add(std::span<const double> values);
-    void add(const ANK_PNT32& p) { addBytes(&p, 3); }
-    void add(const ANK_DIR32& d) { addBytes(&d, 3); }
     /// The number of units, then the units.
     void add(std::wstring_view text);
     /// The number of elements of a list.
     void addCount(std::size_t count) { add(static_cast<std::uint32_t>(count)); }
+    /// Appends what the caller fills in before it appends anything else.
+    template <class T> T& next() {
+        static_assert(std::is_trivially_copyable_v<T> && sizeof(T) % 4 == 0 && alignof(T) == 4);
+        return *reinterpret_cast<T*>(more(sizeof(T) / 4));
+    }
 
 private:
     std::uint32_t* more(std::size_t count) {
@@ -44,15 +44,18 @@ private:
         size_ += count;
         return words_.data() + size_ - count;
     }
-    void addBytes(const void* bytes, std::size_t words) {
-        std::memcpy(more(words), bytes, 4 * words);
-    }
 
     Buffer<std::uint32_t> words_;
     std::size_t size_ = 0;
 };
 
+/// A call that was made: its place in the table, and what it gave back.
+struct MadeCall {
+    std::size_t place;
+    host::CallResult result;
+};
+
 /// Appends an annotation and what its calls gave back. web/dorvale/src/results.ts reads it.
-void addAnnotation(Words& words, const Ank_PMI& pmi, std::span<const host::CallResult> calls);
+void addAnnotation(Words& words, const Ank_PMI& pmi, std::span<const MadeCall> calls);
 
 } // namespace web

@@ -99,6 +99,7 @@ class Maker {
             ...(this.chance(0.5) ? { gap: Math.abs(this.number()) } : {}),
             ...(this.chance(0.3) ? { label: this.chance(0.5) ? "{}" : this.text() } : {}),
             ...(this.chance(0.5) ? { readable: this.chance(0.5) } : {}),
+            ...(this.chance(0.3) ? { spacing: Math.abs(this.number()) } : {}),
         };
     }
     recipe() {

@@ -46,7 +46,7 @@ test("the package holds its module, types, readme and licences, within its sizes
     }
     const size = (file) => gzipSync(readFileSync(`${dist}${file}`), { level: 9 }).length;
     assert.ok(size("index.js") + size("node.js") <= 8192, `loader ${size("index.js")}`);
-    assert.ok(size("dorvale.wasm") <= 62 * 1024, `module ${size("dorvale.wasm")}`);
+    assert.ok(size("dorvale.wasm") <= 50 * 1024, `module ${size("dorvale.wasm")}`);
     assert.match(readFileSync(`${project}/node_modules/dorvale/LICENSES.txt`, "utf8"), /musl/);
 });
 

@@ -70,6 +70,8 @@ export interface Finish {
     label?: string | ArrayLike<string>;
     /** Whether text is turned so that the view shows it neither mirrored nor upside down. */
     readable?: boolean;
+    /** Between characters, in model units. */
+    spacing?: number;
 }
 
 /** What an annotation says besides its calls. */

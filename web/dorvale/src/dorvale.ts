@@ -42,7 +42,7 @@ export class Annotations implements Iterable<Annotation> {
         readonly length: number,
         /** What the module packed; web/binding/results.h describes it. */
         readonly buffer: ArrayBuffer,
-        private readonly read_: (buffer: ArrayBuffer, index: number) => Annotation,
+        private readonly read_: (index: number) => Annotation,
     ) {}
 
     /** @throws RecipeError where the label of its `finish` cannot be */
@@ -50,7 +50,7 @@ export class Annotations implements Iterable<Annotation> {
         if (!(index >= 0 && index < this.length)) {
             throw new RangeError(`there is no annotation ${index} of ${this.length}`);
         }
-        return this.read_(this.buffer, index);
+        return this.read_(index);
     }
 
     *[Symbol.iterator](): Iterator<Annotation> {
@@ -67,15 +67,15 @@ export class Dorvale {
     private readonly table_: CallTable;
     private readonly writer_ = new RowWriter();
     private readonly stack_: number;
-    private numbers_ = new Float64Array();
-    private integers_ = new Int32Array();
+    /** The module's memory. */
+    private words_ = new WordReader(new ArrayBuffer(0));
     private units_ = new Uint16Array();
 
     /** @internal */
     constructor(private readonly module_: Exports) {
         module_._initialize();
         this.stack_ = module_.stackSave();
-        this.calls = readCalls(new WordReader(this.copy_(() => module_.describe()), 1));
+        this.calls = readCalls(this.read_(this.run_(() => module_.describe()) + 1));
         this.table_ = new CallTable(this.calls);
     }
 
@@ -91,8 +91,8 @@ export class Dorvale {
     build(recipe: Recipe, view?: View | null, scene?: Scene | object): Annotation {
         const model = sceneFrom(scene);
         this.pack_([recipe], model, () => whole);
-        const buffer = this.build_(1, view, model);
-        return this.read_(buffer, 0, whole);
+        const at = this.build_(1, view, model);
+        return this.readAnnotation_(this.words_, at, 0, whole);
     }
 
     /**
@@ -109,9 +109,12 @@ export class Dorvale {
         if (kept === undefined) {
             this.pack_(recipes as ArrayLike<Recipe>, model, (i) => itemOf(annotations, i));
         }
-        const buffer = this.build_(recipes.length, view, model, kept?.rows);
-        return new Annotations(recipes.length, buffer, (packed, i) =>
-            this.read_(packed, i, itemOf(annotations, i)),
+        const at = this.build_(recipes.length, view, model, kept?.rows);
+        const end = at + this.words_.integers[at]!;
+        const buffer = this.words_.buffer.slice(4 * at, 4 * end);
+        const words = new WordReader(buffer);
+        return new Annotations(recipes.length, buffer, (i) =>
+            this.readAnnotation_(words, 0, i, itemOf(annotations, i)),
         );
     }
 
@@ -136,13 +139,13 @@ export class Dorvale {
         const number = numberFrom(value, () => "value");
         const integers = packFormat(format);
         const at = this.reserve_(1, integers.length, 0);
-        this.numbers_[at >> 3] = number;
-        this.integers_.set(integers, (at + 8) >> 2);
-        const packed = this.copy_(() => this.module_.valueText());
-        if (packed.byteLength === 4) {
+        this.words_.doubles[at >> 1] = number;
+        this.words_.integers.set(integers, at + 2);
+        const words = this.run_(() => this.module_.valueText());
+        if (this.words_.integers[words] === 1) {
             throw new RecipeError("value", "expected a number of at least 0");
         }
-        return new WordReader(packed, 1).text();
+        return this.read_(words + 1).text();
     }
 
     private pack_(
@@ -156,52 +159,50 @@ export class Dorvale {
         }
     }
 
-    /** Builds what has been written, or what was kept; the result is a copy. */
+    /** Builds what has been written, or what was kept. @returns where the results are, in words */
     private build_(
         count: number,
         view: View | null | undefined,
         scene: Scene,
         kept?: Rows,
-    ): ArrayBuffer {
+    ): number {
         const seen = viewFrom(view ?? scene.view, scene.views, () => "view");
         const writer = this.writer_;
         const numbers = viewLength + (kept?.numbers.length ?? writer.numbers.length);
         const integers = kept?.integers.length ?? writer.integerCount;
         const at = this.reserve_(numbers, integers, kept?.units.length ?? writer.unitCount);
-        const atNumber = at >> 3;
+        const { doubles, integers: all } = this.words_;
+        const atNumber = at >> 1;
         const atInteger = 2 * (atNumber + numbers);
         const atUnit = 2 * (atInteger + integers);
         for (let i = 0; i < viewLength; ++i) {
-            this.numbers_[atNumber + i] = seen[i]!;
+            doubles[atNumber + i] = seen[i]!;
         }
         if (kept === undefined) {
             writer.writeTo(
-                this.numbers_,
+                doubles,
                 atNumber + viewLength,
-                this.integers_,
+                all,
                 atInteger,
                 this.units_,
                 atUnit,
             );
         } else {
-            this.numbers_.set(kept.numbers, atNumber + viewLength);
-            this.integers_.set(kept.integers, atInteger);
+            doubles.set(kept.numbers, atNumber + viewLength);
+            all.set(kept.integers, atInteger);
             this.units_.set(kept.units, atUnit);
         }
-        return this.copy_(() => this.module_.build(count));
+        return this.run_(() => this.module_.build(count));
     }
 
-    /** Words whose number stands in front of them. */
-    private copy_(call: () => number): ArrayBuffer {
-        const words = this.run_(call);
-        this.see_();
-        const length = this.integers_[words >> 2]!;
-        return this.module_.memory.buffer.slice(words, words + 4 * length);
+    private read_(at: number): WordReader {
+        return this.words_.from(at);
     }
 
-    private read_(buffer: ArrayBuffer, index: number, where: Where): Annotation {
-        const start = new Int32Array(buffer, 4 * (index + 1), 1)[0]!;
-        const read = readAnnotation(new WordReader(buffer, start), this.table_.calls);
+    /** @param at where the number of all words stands, and then where each annotation starts */
+    private readAnnotation_(words: WordReader, at: number, index: number, where: Where): Annotation {
+        const start = at + words.integers[at + index + 1]!;
+        const read = readAnnotation(words.from(start), this.table_.calls);
         return "what" in read ? this.failLabel_(read, where) : read;
     }
 
@@ -212,25 +213,24 @@ export class Dorvale {
     }
 
     private reserve_(numbers: number, integers: number, units: number): number {
-        const at = this.run_(() => this.module_.reserve(numbers, integers, units));
-        this.see_();
-        return at;
+        return this.run_(() => this.module_.reserve(numbers, integers, units));
     }
 
-    /** Looks at the module's memory, which may have grown. */
-    private see_(): void {
-        const { buffer } = this.module_.memory;
-        if (this.numbers_.buffer !== buffer) {
-            this.numbers_ = new Float64Array(buffer);
-            this.integers_ = new Int32Array(buffer);
-            this.units_ = new Uint16Array(buffer);
-        }
-    }
-
-    /** What throws through the module leaves its stack where it was. */
+    /**
+     * Calls the module, whose memory may grow meanwhile. What throws through the module leaves its
+     * stack where it was.
+     *
+     * @returns an address, in words
+     */
     private run_(call: () => number): number {
         try {
-            return call() >>> 0;
+            const at = call() >>> 2;
+            const { buffer } = this.module_.memory;
+            if (this.words_.buffer !== buffer) {
+                this.words_ = new WordReader(buffer);
+                this.units_ = new Uint16Array(buffer);
+            }
+            return at;
         } catch (error) {
             this.module_.stackRestore(this.stack_);
             throw error instanceof WebAssembly.RuntimeError ? new OutOfMemoryError() : error;

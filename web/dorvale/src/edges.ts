@@ -56,11 +56,10 @@ const lineMembers = new Set(["type", "start", "end"]);
 const arcMembers = new Set(["type", "centre", "normal", "radius", "start", "end"]);
 
 function lineFrom(members: Members, model: Model, where: Where): Shape {
-    const point = (name: string) =>
-        pointFrom(needed(members, name, where), model, memberOf(where, name));
-    const numbers = [...point("start"), ...point("end")];
+    const a = pointFrom(needed(members, "start", where), model, memberOf(where, "start"));
+    const b = pointFrom(needed(members, "end", where), model, memberOf(where, "end"));
     refuseOthers(members, lineMembers, where);
-    return { kind: shapes.line, numbers };
+    return { kind: shapes.line, numbers: [a[0], a[1], a[2], b[0], b[1], b[2]] };
 }
 
 function arcFrom(members: Members, model: Model, where: Where): Shape {

@@ -19,11 +19,21 @@ export interface FinishOptions {
     readonly gap?: number;
     readonly label?: readonly string[];
     readonly readable?: boolean;
+    readonly spacing?: number;
 }
 
-const bits = { fits: 1, length: 2, gap: 4, readable: 8, notReadable: 16, ownLabel: 32 } as const;
-const labelOnly = 64;
-const known = new Set(["arrow", "gap", "label", "readable"]);
+// As web/binding/build.cpp has them.
+const enum Bit {
+    ArrowFits = 1,
+    ArrowLength = 2,
+    Gap = 4,
+    Readable = 8,
+    NotReadable = 16,
+    OwnLabel = 32,
+    Spacing = 64,
+    Label = 128,
+}
+const known = new Set(["arrow", "gap", "label", "readable", "spacing"]);
 
 function arrowFrom(value: unknown, where: Where): number | "fit" {
     if (value === "fit" || (typeof value === "number" && value > 0)) {
@@ -32,9 +42,9 @@ function arrowFrom(value: unknown, where: Where): number | "fit" {
     return fail(where, 'expected "fit" or a length above 0');
 }
 
-function gapFrom(value: unknown, where: Where): number {
-    const gap = numberFrom(value, where);
-    return gap < 0 ? fail(where, "expected a distance of at least 0") : gap;
+function distanceFrom(value: unknown, where: Where): number {
+    const distance = numberFrom(value, where);
+    return distance < 0 ? fail(where, "expected a distance of at least 0") : distance;
 }
 
 function labelLineFrom(value: unknown, where: Where): string {
@@ -63,18 +73,19 @@ export function finishFrom(
         return undefined;
     }
     const members = membersFrom(value, where);
-    const { arrow, gap, label, readable } = members;
-    const options: FinishOptions = {
-        ...inherited,
-        ...(arrow === undefined ? {} : { arrow: arrowFrom(arrow, memberOf(where, "arrow")) }),
-        ...(gap === undefined ? {} : { gap: gapFrom(gap, memberOf(where, "gap")) }),
-        ...(label === undefined ? {} : { label: labelFrom(label, memberOf(where, "label")) }),
-        ...(readable === undefined
-            ? {}
-            : { readable: booleanFrom(readable, memberOf(where, "readable")) }),
+    const options: Record<string, unknown> = { ...inherited };
+    const read = (name: string, from: (value: unknown, where: Where) => unknown) => {
+        if (members[name] !== undefined) {
+            options[name] = from(members[name], memberOf(where, name));
+        }
     };
+    read("arrow", arrowFrom);
+    read("gap", distanceFrom);
+    read("label", labelFrom);
+    read("readable", booleanFrom);
+    read("spacing", distanceFrom);
     refuseOthers(members, known, where);
-    return options;
+    return options as FinishOptions;
 }
 
 /** @param ownLabel whether the label is the annotation's own, and not inherited */
@@ -87,23 +98,27 @@ export function packFinish(
         rows.integers.push(0);
         return;
     }
-    const { arrow, gap, label = [], readable } = options;
-    let given = ownLabel ? bits.ownLabel : 0;
+    const { arrow, gap, label = [], readable, spacing } = options;
+    let given = ownLabel ? Bit.OwnLabel : 0;
     if (arrow !== undefined) {
-        given |= arrow === "fit" ? bits.fits : bits.length;
+        given |= arrow === "fit" ? Bit.ArrowFits : Bit.ArrowLength;
         if (arrow !== "fit") {
             rows.numbers.push(arrow);
         }
     }
     if (gap !== undefined) {
-        given |= bits.gap;
+        given |= Bit.Gap;
         rows.numbers.push(gap);
     }
     if (readable !== undefined) {
-        given |= readable ? bits.readable : bits.notReadable;
+        given |= readable ? Bit.Readable : Bit.NotReadable;
+    }
+    if (spacing !== undefined) {
+        given |= Bit.Spacing;
+        rows.numbers.push(spacing);
     }
     if (label.length > 0) {
-        given |= labelOnly;
+        given |= Bit.Label;
     }
     rows.integers.push(given);
     if (given !== 0) {

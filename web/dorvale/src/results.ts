@@ -21,27 +21,30 @@ import type {
 const curveType = { none: 0, polyline: 1, arc: 2, line: 3 } as const;
 const noArrow = 0;
 
-/** Reads words from the front. */
+/** Reads words one behind the other. What it gives is a copy. */
 export class WordReader {
-    private readonly integers_: Int32Array;
+    readonly integers: Int32Array;
+    readonly doubles: Float64Array;
     private readonly floats_: Float32Array;
-    private readonly doubles_: Float64Array;
+    private at_ = 0;
 
-    constructor(
-        private readonly buffer_: ArrayBuffer,
-        private at_: number,
-    ) {
-        this.integers_ = new Int32Array(buffer_);
-        this.floats_ = new Float32Array(buffer_);
-        this.doubles_ = new Float64Array(buffer_, 0, buffer_.byteLength >> 3);
+    constructor(readonly buffer: ArrayBuffer) {
+        this.integers = new Int32Array(buffer);
+        this.floats_ = new Float32Array(buffer);
+        this.doubles = new Float64Array(buffer, 0, buffer.byteLength >> 3);
+    }
+
+    from(at: number): this {
+        this.at_ = at;
+        return this;
     }
 
     integer(): number {
-        return this.integers_[this.at_++]!;
+        return this.integers[this.at_++]!;
     }
 
     boolean(): boolean {
-        return this.integers_[this.at_++] !== 0;
+        return this.integers[this.at_++] !== 0;
     }
 
     float(): number {
@@ -65,25 +68,27 @@ export class WordReader {
     }
 
     floats(count: number): Float32Array {
-        const at = this.at_;
-        this.at_ += count;
-        return new Float32Array(this.buffer_, 4 * at, count);
+        const floats = new Float32Array(count);
+        for (let i = 0; i < count; ++i) {
+            floats[i] = this.floats_[this.at_++]!;
+        }
+        return floats;
     }
 
     double(): number {
         const at = (this.at_ + 1) >> 1;
         this.at_ = 2 * at + 2;
-        return this.doubles_[at]!;
+        return this.doubles[at]!;
     }
 
     point(): Vector {
         return [this.double(), this.double(), this.double()];
     }
 
-    doubles(count: number): Float64Array {
+    doubleList(count: number): Float64Array {
         const at = (this.at_ + 1) >> 1;
         this.at_ = 2 * (at + count);
-        return this.doubles_.slice(at, at + count);
+        return this.doubles.slice(at, at + count);
     }
 
     text(): string {
@@ -92,11 +97,11 @@ export class WordReader {
         this.at_ += (length + 1) >> 1;
         // Longer ones would not fit among a function's arguments.
         if (length > 64) {
-            return decoder.decode(new Uint16Array(this.buffer_, first, length));
+            return decoder.decode(new Uint16Array(this.buffer, first, length));
         }
         let text = "";
         for (let i = 0; i < length; i += 2) {
-            const two = this.integers_[(first >> 2) + (i >> 1)]!;
+            const two = this.integers[(first >> 2) + (i >> 1)]!;
             text += String.fromCharCode(two & 0xffff);
             if (i + 1 < length) {
                 text += String.fromCharCode(two >>> 16);
@@ -238,7 +243,7 @@ function readCall(words: WordReader, calls: readonly Call[]): [CallResult, Float
     const status = description.hasStatus ? words.integer() : null;
     const located: Located | null =
         description.hasLocate
-            ? { point: words.point(), viewMatrix: words.doubles(16) }
+            ? { point: words.point(), viewMatrix: words.doubleList(16) }
             : null;
     const handedBack: Record<string, HandedBackValue> = {};
     for (const member of description.handedBack) {
@@ -247,7 +252,7 @@ function readCall(words: WordReader, calls: readonly Call[]): [CallResult, Float
     const kind = quantities[words.integer() as 0 | 1 | 2];
     const value = words.double();
     const measured: Measured | null = kind === null ? null : { value, kind };
-    const lines = words.list((list) => list.doubles(6));
+    const lines = words.list((list) => list.doubleList(6));
     return [{ call: name, status, located, handedBack, measured }, lines];
 }
 

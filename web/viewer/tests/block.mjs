@@ -80,3 +80,15 @@ export const block = {
     edges: edges(),
     annotations: [],
 };
+
+/** The length of its front edge on top. */
+export const length = {
+    call: "PMICreateClipDim3D",
+    type: 1,
+    normal: [0, 0, 1],
+    pointA: [0, 0, 20],
+    pointB: [120, 0, 20],
+    locate: [60, -10, 20],
+    height: 4,
+    finish: { arrow: "fit", gap: 1, readable: true },
+};

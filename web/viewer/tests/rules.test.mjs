@@ -12,7 +12,7 @@ const { pickable, snapsAt } = await rule("snap");
 const { begun, changed, undone, redone } = await rule("undo");
 const { clicked, chosen, idle } = await rule("session");
 const { textHeight } = await rule("textheight");
-const { standardViews, orbited, rolled, zoomed, toScreen, fromScreen, matrixOf } = await rule("view");
+const { standardViews, orbited, rolled, zoomed, toScreen, fromScreen, fitted, matrixOf } = await rule("view");
 const { cross, dot, unit, sub, moved, distance } = await rule("vec");
 
 const library = await load();
@@ -189,10 +189,25 @@ test("zooming keeps what is under the cursor, turning goes over the poles", () =
     near(dot(view.to, standardViews.front.to), 1);
 });
 
+test("a fitted picture shows the part with a margin, and all that stands beside it", () => {
+    const frame = { view: standardViews.top, target: [0, 0, 0], unitsPerPixel: 1, width: 640, height: 400 };
+    const part = [[0, 0, 0], [120, 80, 20]];
+    const box = (points, around) => {
+        const seen = points.map((p) => toScreen(p, fitted(frame, part, around)));
+        return [0, 1].map((i) => [Math.min(...seen.map((p) => p[i])), Math.max(...seen.map((p) => p[i]))]);
+    };
+    const [, [top, low]] = box(part, []);
+    near((low - top) / 400, 0.72);
+    near(top + low, 400);
+    assert.deepEqual(box(part, [[60, -5, 0]]), box(part, []));
+    const [[left], [, bottom]] = box([...part, [60, -200, 0], [-300, 0, 0]], [[60, -200, 0], [-300, 0, 0]]);
+    assert.ok(left > 5 && bottom < 395, `${left} ${bottom}`);
+});
+
 test("text is a round number high, and as high on the screen at every zoom", () => {
     for (const zoom of [1e-4, 0.03, 0.5, 7, 1234]) {
         const pixels = textHeight(zoom) / zoom;
-        assert.ok(pixels >= 14.9 && pixels < 20, `${pixels}`);
+        assert.ok(pixels >= 12.9 && pixels < 17.4, `${pixels}`);
     }
     assert.equal(textHeight(0.25), 4);
 });

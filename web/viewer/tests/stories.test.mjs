@@ -5,7 +5,7 @@ import { mkdtempSync, rmSync, statSync, writeFileSync } from "node:fs";
 import { tmpdir } from "node:os";
 import { after, test } from "node:test";
 import { read, root } from "../../tests/package.mjs";
-import { block } from "./block.mjs";
+import { block, length } from "./block.mjs";
 import { browser, file, Viewer } from "./page.mjs";
 
 after(() => browser.close());
@@ -142,8 +142,8 @@ story("hidden edges never light, and a hole lights whole", async (viewer) => {
     // From this corner the back and the left side are hidden, and of the bottom what lies behind.
     const found = await viewer.app((app) => {
         const things = [];
-        for (let x = 0; x < 450; x += 3) {
-            for (let y = 0; y < 330; y += 3) {
+        for (let x = 0; x < 450; x += 5) {
+            for (let y = 0; y < 330; y += 5) {
                 app.move(x, y);
                 const { hovered } = app.measuring;
                 if (hovered !== undefined) things.push(hovered);
@@ -151,7 +151,7 @@ story("hidden edges never light, and a hole lights whole", async (viewer) => {
         }
         return things;
     });
-    assert.ok(found.length > 400, String(found.length));
+    assert.ok(found.length > 150, String(found.length));
     for (const { thing, at: [x, y, z] } of found) {
         const isInHole = Math.hypot(x - 40, y - 40) < 16;
         const isSeen = z > 19.9 || y < 0.1 || (x > 105 && y < 78) || isInHole;
@@ -207,17 +207,7 @@ story("turning the view moves nothing, and all text stays readable", async (view
 });
 
 story("an annotation that was placed off its plane does not slide away", async (viewer) => {
-    const length = {
-        call: "PMICreateClipDim3D",
-        type: 1,
-        normal: [0, 0, 1],
-        pointA: [0, 0, 20],
-        pointB: [120, 0, 20],
-        locate: [60, -10, 60],
-        height: 4,
-        finish: { arrow: "fit", gap: 1, readable: true },
-    };
-    const scene = { ...block, annotations: [length, { ...length, locate: [60, -10, 20] }] };
+    const scene = { ...block, annotations: [{ ...length, locate: [60, -10, 60] }, { ...length, locate: [60, -90, 20] }] };
     await viewer.choose(scene);
     const [off, on] = await viewer.recipes();
     // Along the line of sight of iso: (1, -1, 1).
@@ -227,6 +217,8 @@ story("an annotation that was placed off its plane does not slide away", async (
     const drawn = await lines();
     await viewer.look("top");
     const turned = await lines();
+    const [, y] = await viewer.textAt(1);
+    assert.ok(y > 200 && y < 370, `the fitted picture has it at ${y}`);
     assert.equal(turned.length, drawn.length);
     turned.forEach((x, i) => assert.ok(Math.abs(x - drawn[i]) < 1e-3));
 });
@@ -281,24 +273,13 @@ story(
     {
         scene: {
             view: "top",
-            annotations: [
-                {
-                    call: "PMICreateClipDim3D",
-                    type: 1,
-                    normal: [0, 0, 1],
-                    pointA: [0, 0, 0],
-                    pointB: [100, 0, 0],
-                    locate: [50, 30, 0],
-                    height: 20,
-                    finish: { label: "L", gap: 1, readable: true },
-                },
-            ],
+            annotations: [{ ...length, height: 20, finish: { ...length.finish, label: "L" } }],
         },
     },
 );
 
 story("what is open is built once for a view, and text that flips at once", async (viewer) => {
-    const counts = await viewer.app((app) => {
+    const counts = await viewer.app((app, length) => {
         const { library } = app.space;
         const build = library.buildAll.bind(library);
         let built = 0;
@@ -310,15 +291,6 @@ story("what is open is built once for a view, and text that flips at once", asyn
             built = 0;
             act();
             return built;
-        };
-        const length = {
-            call: "PMICreateClipDim3D",
-            type: 1,
-            normal: [0, 0, 1],
-            pointA: [0, 0, 20],
-            pointB: [120, 0, 20],
-            locate: [60, -10, 20],
-            height: 4,
         };
         const scene = { view: "top", annotations: Array(120).fill(length) };
         const { camera } = app.stage;
@@ -333,7 +305,7 @@ story("what is open is built once for a view, and text that flips at once", asyn
             taking(() => (camera.orbit(5, 5), app.stage.draw())),
             taking(() => app.stage.settle()),
         ];
-    });
+    }, length);
     assert.deepEqual(counts, [120, 0, 1, 0, 121, 0, 121]);
     await viewer.page.waitForFunction(() => document.querySelectorAll("#list li").length === 121);
 });
@@ -413,6 +385,11 @@ story("text is dragged, also in front of the model, undone and done again", asyn
     await viewer.drag(text, over);
     const [moved] = await viewer.recipes();
     assert.ok(moved.locate[1] > 20 && Math.abs(moved.locate[2] - 20) < 1e-9, String(moved.locate));
+    // From where it covers an edge.
+    await viewer.drag(await viewer.textAt(0), await viewer.at([60, 80, 20]));
+    await viewer.page.mouse.move(...(await viewer.at([60, 80, 20])));
+    await viewer.says("Annotation 120.00");
+    await viewer.press("Control+z");
     await viewer.drag(await viewer.textAt(0), await viewer.at([60, -12, 20]));
     const [back] = await viewer.recipes();
     assert.ok(back.locate[1] < -5, String(back.locate));

@@ -75,9 +75,9 @@ export class App {
             this.say_(this.dragging.follow());
             return;
         }
-        this.measuring.hover();
-        const isFree = this.measuring.isIdle && this.measuring.hovered === undefined;
-        this.placed.point(isFree ? this.placed.at(x, y) : undefined);
+        const text = this.measuring.isIdle ? this.placed.at(x, y) : undefined;
+        this.measuring.hover(text !== undefined && this.placed.isSeen(text));
+        this.placed.point(this.measuring.hovered === undefined ? text : undefined);
         this.tell();
     }
 
@@ -131,6 +131,7 @@ export class App {
         this.dragging.cancel();
         this.measuring.reset();
         this.showAll_();
+        this.space.fit();
     }
 
     private showAll_(): void {

@@ -4,7 +4,10 @@ import type { Command } from "./commands.js";
 import { element } from "./dom.js";
 import type { Workspace } from "./workspace.js";
 
-/** Looks at the part from a side, and shows it whole; where annotations belong to it, them alone. */
+/**
+ * Looks at the part from a side, and shows it whole with its annotations; where some belong to the
+ * side, with them alone.
+ */
 export function look(space: Workspace, view: View | StandardView): void {
     const chosen = typeof view === "string" ? standardViews[view] : view;
     space.stage.camera.look({ view: chosen });

@@ -42,10 +42,15 @@ export class Measuring {
         return this.picking_.note ? [] : fitting(this.picking_.picks, this.space_.view);
     }
 
-    /** The mouse stands elsewhere, or something else stands under it. */
-    hover(): void {
+    /**
+     * The mouse stands elsewhere, or something else stands under it.
+     *
+     * @param isCovered the part is behind a text there
+     */
+    hover(isCovered = false): void {
         const { document: scene, frame, mouse } = this.space_;
-        const snap = this.picking_.note ? undefined : scene.part.under(...mouse, frame);
+        const isFree = !isCovered && !this.picking_.note;
+        const snap = isFree ? scene.part.under(...mouse, frame) : undefined;
         this.hovered_ = snap && { thing: snap.thing, at: snap.at };
     }
 

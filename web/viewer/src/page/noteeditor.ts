@@ -30,7 +30,6 @@ export class NoteEditor {
     }
 
     private key_(event: KeyboardEvent): void {
-        event.stopPropagation();
         if (event.key === "Escape") {
             this.field_.value = "";
         }

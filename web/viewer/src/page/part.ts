@@ -117,11 +117,11 @@ export class Part {
 
     /** The one thing under a pixel that can be seen. */
     under(x: number, y: number, frame: Frame): Snap | undefined {
-        return snapsAt(this.things, x, y, frame).find(({ at }) => this.sees_(at, frame));
+        return snapsAt(this.things, x, y, frame).find(({ at }) => this.sees(at, frame));
     }
 
-    /** A point on an edge is seen where a line of sight beside it reaches as deep. */
-    private sees_(at: Vec, { view, unitsPerPixel }: Frame): boolean {
+    /** A point on an edge or a face is seen where a line of sight beside it reaches as deep. */
+    sees(at: Vec, { view, unitsPerPixel }: Frame): boolean {
         const faces = this.faces_;
         const section = this.section_;
         if (section !== undefined && above(at, section) > 1e-6 * this.reach) {

@@ -7,7 +7,7 @@ import { areAlike, viewsOf } from "../rules/sheets.js";
 import type { Vec } from "../rules/vec.js";
 import type { View } from "../rules/view.js";
 import { element } from "./dom.js";
-import { type Drawing, drawingOf, unseen } from "./drawing.js";
+import { type Drawing, drawingOf, outlineOf, unseen } from "./drawing.js";
 import { isOn, isUpright, middleOf } from "./labels.js";
 import { List } from "./list.js";
 import { look } from "./looking.js";
@@ -46,6 +46,7 @@ export class Placed {
             remove: (index) => this.remove(index),
         });
         space_.stage.drawing.listen(() => this.turn_());
+        space_.beside = () => this.outline_();
     }
 
     /** The one under the cursor. */
@@ -128,6 +129,12 @@ export class Placed {
         return index < 0 ? undefined : index;
     }
 
+    /** Whether the part leaves the text of one to be seen. */
+    isSeen(index: number): boolean {
+        const { document: scene, frame } = this.space_;
+        return this.drawings[index]!.labels.some(({ center }) => scene.part.sees(center, frame));
+    }
+
     /** Lights one in the model and in the list. */
     light(index: number | undefined): void {
         this.lit_ = index;
@@ -195,6 +202,13 @@ export class Placed {
         const isNote = placementOf(this.space_.document.recipes[index]!)?.member === "text";
         const m = this.annotations[index]!.plane;
         return { origin, normal: isNote ? this.space_.view.to : [m[8]!, m[9]!, m[10]!] };
+    }
+
+    /** The ends of lines, and the middles of texts with some room around them. */
+    private *outline_(): Iterable<Vec> {
+        for (const drawing of this.drawings) {
+            yield* outlineOf(drawing, this.space_.view);
+        }
     }
 
     private reveal_(index: number | undefined): void {

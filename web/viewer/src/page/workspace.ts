@@ -10,9 +10,6 @@ import { Shown } from "./shown.js";
 import { Signal } from "./signal.js";
 import type { Stage } from "./stage.js";
 
-/** How much of the window a view fills that is shown with its annotations. */
-const closely = 0.94;
-
 export class Workspace {
     /** Another scene is about to be opened. */
     readonly opening = new Signal();
@@ -28,6 +25,8 @@ export class Workspace {
     mouse: readonly [number, number] = [0, 0];
     /** How new annotations are written. */
     dress: (recipe: Recipe) => Recipe = (recipe) => recipe;
+    /** Points that a fitted picture shows beside the part. */
+    beside: () => Iterable<Vec> = () => [];
     private document_: Document;
 
     /** A text and a name: the scene that is open first. `opened` does not tell of it. */
@@ -78,9 +77,10 @@ export class Workspace {
         this.opened.emit();
     }
 
-    /** Shows the part whole, and a view whose annotations are shown alone, with them. */
+    /** Shows the part whole, with its annotations. */
     fit(): void {
-        this.fit_();
+        const { part } = this.document_;
+        this.stage.camera.look(fitted(this.frame, part.outline(), this.beside()));
         this.stage.settle();
     }
 
@@ -120,15 +120,12 @@ export class Workspace {
         this.stage.still();
     }
 
+    /** A view whose annotations are shown alone is shown with them. */
     private fit_(): void {
         const { part, recipes } = this.document_;
-        const { camera } = this.stage;
-        if (this.shown.current === undefined) {
-            camera.look(fitted(this.frame, part.outline()));
-            return;
-        }
-        const drawn = recipes.filter((recipe) => this.shown.has(recipe));
+        const { current } = this.shown;
+        const drawn = current === undefined ? [] : recipes.filter((recipe) => this.shown.has(recipe));
         const points = drawn.flatMap((recipe) => outlineOf(this.drawing(recipe), this.view));
-        camera.look(fitted(this.frame, [...part.outline(), ...points], closely));
+        this.stage.camera.look(fitted(this.frame, part.outline(), points));
     }
 }

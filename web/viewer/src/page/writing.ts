@@ -1,6 +1,6 @@
 // Text as quads of one atlas, one draw call for all of it.
 import { BufferAttribute, BufferGeometry, Color, ShaderMaterial, Vector3 } from "three";
-import type { Box, Label } from "./labels.js";
+import { type Box, isUpright, type Label } from "./labels.js";
 import { em, type Glyph, type Glyphs, solid } from "./glyphs.js";
 
 /**
@@ -12,6 +12,7 @@ attribute vec3 center;
 attribute vec3 xAxis;
 attribute vec3 yAxis;
 attribute vec2 offset;
+attribute float lift;
 uniform vec2 size;
 uniform vec3 right;
 uniform vec3 up;
@@ -32,7 +33,7 @@ void main() {
         }
     }
     at = vec2(uv.x / size.x, 1.0 - uv.y / size.y);
-    gl_Position = projectionMatrix * viewMatrix * vec4(center + offset.x * x + offset.y * y, 1.0);
+    gl_Position = projectionMatrix * viewMatrix * vec4(center + offset.x * x + offset.y * y + lift * to, 1.0);
 }`;
 
 const fragmentShader = `
@@ -115,9 +116,11 @@ export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): Buffe
     const xAxis = new Float32Array(12 * count);
     const yAxis = new Float32Array(12 * count);
     const offset = new Float32Array(8 * count);
+    const lift = new Float32Array(4 * count);
     const uv = new Float32Array(8 * count);
     const index = new Uint32Array(6 * count);
     let quad = 0;
+    let above = 0;
     /** A quad at a place in its label, of so large a part of a glyph: all of it, or its middle. */
     const add = (label: Label, { left, bottom, width, height }: Box, { x, y }: Glyph, ofGlyph: Box) => {
         for (let corner = 0; corner < 4; ++corner) {
@@ -127,6 +130,7 @@ export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): Buffe
             center.set(label.center, 3 * i);
             xAxis.set(label.x, 3 * i);
             yAxis.set(label.y, 3 * i);
+            lift[i] = above;
             offset[2 * i] = left + right * width;
             offset[2 * i + 1] = bottom + up * height;
             uv[2 * i] = x + (ofGlyph.left + right * ofGlyph.width) * em;
@@ -140,6 +144,8 @@ export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): Buffe
     for (const label of labels) {
         const { height } = label;
         let start = label.left;
+        // What stands upright on a face would else sink into it.
+        above = isUpright(label) ? label.width + label.height : 0;
         for (const character of label.characters) {
             const glyph = glyphs.of(character);
             const { left, bottom, right, top } = glyph;
@@ -164,6 +170,7 @@ export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): Buffe
         .setAttribute("xAxis", new BufferAttribute(xAxis, 3))
         .setAttribute("yAxis", new BufferAttribute(yAxis, 3))
         .setAttribute("offset", new BufferAttribute(offset, 2))
+        .setAttribute("lift", new BufferAttribute(lift, 1))
         .setAttribute("uv", new BufferAttribute(uv, 2))
         .setIndex(new BufferAttribute(index, 1));
 }

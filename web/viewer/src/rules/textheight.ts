@@ -1,5 +1,5 @@
 /** How high text is on the screen when it is written, in pixels. */
-const pixels = 15;
+const pixels = 13;
 
 /** A round text height (1, 1.2, 1.5, 2, ... times a power of ten) that reads well at this zoom. */
 export function textHeight(unitsPerPixel: number, factor = 1): number {

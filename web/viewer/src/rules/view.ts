@@ -92,27 +92,39 @@ export function panned(frame: Frame, dx: number, dy: number): Frame {
     return { ...frame, target: fromScreen(frame.width / 2 - dx, frame.height / 2 - dy, frame) };
 }
 
-/** Shows points whole, in the middle of so much of the window. */
-export function fitted(frame: Frame, points: Iterable<Vec>, shown = 0.72): Frame {
+/** The part of the picture that a part fills, and that it fills with all that stands beside it. */
+const filled = { part: 0.72, all: 0.95 };
+
+/** Shows the points of a part with a margin around them, and what stands beside it. */
+export function fitted(frame: Frame, part: Iterable<Vec>, beside: Iterable<Vec> = []): Frame {
+    const axes = [frame.view.right, frame.view.up, frame.view.to];
     const low = [Infinity, Infinity, Infinity];
     const high = [-Infinity, -Infinity, -Infinity];
-    const axes = [frame.view.right, frame.view.up, frame.view.to];
-    for (const p of points) {
-        axes.forEach((axis, i) => {
-            low[i] = Math.min(low[i]!, dot(p, axis));
-            high[i] = Math.max(high[i]!, dot(p, axis));
-        });
-    }
+    const include = (points: Iterable<Vec>) => {
+        for (const p of points) {
+            axes.forEach((axis, i) => {
+                low[i] = Math.min(low[i]!, dot(p, axis));
+                high[i] = Math.max(high[i]!, dot(p, axis));
+            });
+        }
+    };
+    include(part);
     if (low[0] === Infinity) {
         return frame;
     }
+    for (const i of [0, 1]) {
+        const margin = ((high[i]! - low[i]!) / 2) * (filled.all / filled.part - 1);
+        low[i]! -= margin;
+        high[i]! += margin;
+    }
+    include(beside);
     const centre = axes.map((_, i) => (low[i]! + high[i]!) / 2);
     const target = [0, 1, 2].map((k) =>
         axes.reduce((sum, axis, i) => sum + centre[i]! * axis[k]!, 0),
     ) as unknown as Vec;
     const unitsPerPixel = Math.max(
-        (high[0]! - low[0]!) / (frame.width * shown),
-        (high[1]! - low[1]!) / (frame.height * shown),
+        (high[0]! - low[0]!) / (frame.width * filled.all),
+        (high[1]! - low[1]!) / (frame.height * filled.all),
         1e-6,
     );
     return { ...frame, target, unitsPerPixel };
