@@ -16,7 +16,6 @@
 #include <TopTools_IndexedMapOfShape.hxx>
 #include <TopoDS.hxx>
 
-#include "host/step/elements.h"
 #include "host/step/shapes.h"
 
 namespace host::step {
@@ -99,7 +98,7 @@ std::optional<Edge> recognised(const BRepAdaptor_Curve& curve) {
         const double first = curve.FirstParameter();
         const gp_Pnt p = curve.Value(first + i * (curve.LastParameter() - first) / kPlaces);
         at.push_back({p.X(), p.Y(), p.Z()});
-        reach = std::max(reach, norm(at.back() - at.front()));
+        reach = std::max(reach, length(at.back() - at.front()));
     }
     const double near = kPrecision * reach;
     Edge edge;
@@ -109,20 +108,20 @@ std::optional<Edge> recognised(const BRepAdaptor_Curve& curve) {
     const Vec3& second = at[kPlaces / 3];
     const Vec3& third = at[2 * kPlaces / 3];
     const Vec3 across = cross(second - edge.start, third - edge.start);
-    if (norm(across) <= kPrecision * reach * reach) {
+    if (length(across) <= kPrecision * reach * reach) {
         const Vec3 direction = unit(edge.end - edge.start);
         edge.kind = CurveKind::Line;
         const bool straight = std::all_of(at.begin(), at.end(), [&](const Vec3& p) {
-            return norm(cross(p - edge.start, direction)) <= near;
+            return length(cross(p - edge.start, direction)) <= near;
         });
         return straight && edge.start != edge.end ? std::optional(edge) : std::nullopt;
     }
     edge.kind = CurveKind::Circle;
     edge.axis = unit(across);
     edge.centre = centreOf(edge.start, second, third);
-    edge.radius = norm(edge.start - edge.centre);
+    edge.radius = length(edge.start - edge.centre);
     const bool round = std::all_of(at.begin(), at.end(), [&](const Vec3& p) {
-        return std::abs(norm(p - edge.centre) - edge.radius) <= near &&
+        return std::abs(length(p - edge.centre) - edge.radius) <= near &&
                std::abs(dot(p - edge.start, edge.axis)) <= near;
     });
     return round ? std::optional(edge) : std::nullopt;
