@@ -79,6 +79,10 @@ TEST(BadScene, IsRefusedInOneLine) {
          "mesh.positions: vertex 0: expected numbers of at most 1e9"},
         {mesh(kVertices, "AAAAAAEAAAADAAAA", "[1]"),
          "mesh.triangles: triangle 0: expected one of 3 vertices, got vertex 3"},
+        {mesh(kVertices, kTriangle, R"([1], "curves": "AAAAAAEAAAACAAAA")"),
+         "mesh.curves: expected 8 bytes of each 2 numbers, got 12"},
+        {mesh(kVertices, kTriangle, R"([1], "curves": "AAAAAAMAAAA=")"),
+         "mesh.curves: piece 0: expected one of 3 vertices, got vertex 3"},
         {mesh(kVertices, kTriangle, "[1, 1]"), "mesh.faces: expected 1 triangles in all, got 2"},
         {mesh(kVertices, kTriangle, "[1, 0]"),
          "mesh.faces[1]: expected at least 1 triangle, got 0"},
@@ -86,6 +90,8 @@ TEST(BadScene, IsRefusedInOneLine) {
          "\"titel\" is not known here; \"title\" may be meant"},
         {R"({"annotatoins": []})",
          "\"annotations\" is missing; \"annotatoins\" may be meant for it"},
+        {annotated(R"("views": ["rear"], "calls": [])"),
+         "annotations[0].views[0]: expected top, front, right, bottom, back"},
         {annotated(R"("call": "PMICreateRadiusDim")"),
          "there is no call \"PMICreateRadiusDim\"; \"PMICreateRadiusDim3D\" may be meant"},
         {edge(R"("end": [1,0]})"), "edges[0].end: expected 3 numbers, got 2"},
@@ -164,6 +170,39 @@ TEST(Scene, IsLookedAtThroughANamedView) {
     EXPECT_NE(picture.find("M0.000 0.000L0.000 60.000"), std::string::npos) << picture;
     EXPECT_NE(picture.find("M0.000 0.000L40.000 0.000"), std::string::npos) << picture;
     EXPECT_THROW(scene.useView("rear"), host::SceneError);
+}
+
+TEST(Scene, LeavesOutWhatBelongsToOtherViews) {
+    const auto note = [](const std::string& text, const std::string& views) {
+        return R"({"display": true, "views": )" + views +
+               R"(, "calls": [{"call": "PMICreateNote3D", "lines": [")" + text +
+               R"("], "text": [0,0,0], "height": 5}]})";
+    };
+    const std::string text = R"({"views": [{"name": "turned", "matrix": )" + kTurned +
+                             R"(}], "annotations": [)" + note("PLAN", R"(["top", "turned"])") +
+                             ',' + note("SIDE", R"(["left"])") + "]}";
+    struct Case {
+        const char* view;
+        bool plan;
+        bool side;
+    };
+    for (const Case& c : {Case{"top", true, false},
+                          {"turned", true, false},
+                          {"left", false, true},
+                          {"iso", false, false}}) {
+        host::Scene scene(text);
+        scene.useView(c.view);
+        std::vector<std::string> warnings;
+        const std::string picture =
+            host::drawScene(scene, {}, [&](const std::string& line) { warnings.push_back(line); });
+        EXPECT_EQ(picture.find("PLAN") != std::string::npos, c.plan) << c.view;
+        EXPECT_EQ(picture.find("SIDE") != std::string::npos, c.side) << c.view;
+        EXPECT_TRUE(warnings.empty());
+    }
+    const std::string matrix = R"({"view": )" + kTurned + ',';
+    const std::string picture = host::drawScene(matrix + text.substr(1));
+    EXPECT_NE(picture.find("PLAN"), std::string::npos);
+    EXPECT_NE(picture.find("SIDE"), std::string::npos);
 }
 
 TEST(Scene, IsDrawnAndDumpedTheSameWithAMesh) {

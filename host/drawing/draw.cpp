@@ -189,7 +189,7 @@ std::string drawScene(const Scene& scene, const Progress& progress, const Warnin
     for (std::size_t i = 0; i < count; ++i) {
         BuiltAnnotation built;
         buildAnnotation(scene, i, built);
-        const std::string unseen = drawAnnotation(svg, built, scene.view());
+        const std::string unseen = built.inView ? drawAnnotation(svg, built, scene.view()) : "";
         if (warning && !unseen.empty()) {
             warning(scene.annotation(i).path() + ": shows nothing: " + unseen);
         }

@@ -26,6 +26,16 @@ void preset(Object& members, BuiltAnnotation& built) {
     }
 }
 
+/// An annotation may belong to some views alone.
+bool isInView(const Scene& scene, const Value& views) {
+    bool found = scene.viewName().empty();
+    for (const Value& view : views.items()) {
+        scene.checkViewName(view);
+        found = found || view.text() == scene.viewName();
+    }
+    return found;
+}
+
 void makeCall(const Scene& scene, Object& members, BuiltAnnotation& built) {
     const Value name = members.at("call");
     const Call* call = findCall(name.text());
@@ -92,6 +102,9 @@ const CallResult* BuiltAnnotation::measuringCall() const {
 void buildAnnotation(const Scene& scene, std::size_t index, BuiltAnnotation& built) {
     Object members(scene.annotation(index));
     preset(members, built);
+    if (const auto views = members.find("views")) {
+        built.inView = isInView(scene, *views);
+    }
     const std::optional<Value> own = members.find("finish");
     const FinishOptions options = own ? readFinish(*own, scene.finish()) : scene.finish();
     std::vector<Object> calls = callsOf(members);

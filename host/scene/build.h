@@ -17,6 +17,8 @@ struct BuiltAnnotation {
     std::string name;
     Ank_PMI pmi;
     std::vector<CallResult> calls;
+    /// Whether it belongs to the view that the scene is looked at in, by its name.
+    bool inView = true;
     /// Whether it has been finished, by the widths of the drawing's font.
     bool finished = false;
 

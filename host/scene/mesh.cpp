@@ -51,33 +51,35 @@ std::vector<std::uint8_t> bytesOf(const Value& value) {
     return bytes;
 }
 
-/// Numbers of 4 bytes, the lowest first, in threes.
-class Triples {
+/// Numbers of 4 bytes, the lowest first, in groups of `N`.
+template <std::size_t N> class Groups {
 public:
-    explicit Triples(const Value& value) : bytes_(bytesOf(value)) {
-        if (bytes_.size() % 12 != 0) {
-            value.fail("expected 12 bytes of each 3 numbers, got " + std::to_string(bytes_.size()));
+    explicit Groups(const Value& value) : bytes_(bytesOf(value)) {
+        if (bytes_.size() % kBytes != 0) {
+            value.fail("expected " + std::to_string(kBytes) + " bytes of each " +
+                       std::to_string(N) + " numbers, got " + std::to_string(bytes_.size()));
         }
     }
 
-    std::size_t size() const { return bytes_.size() / 12; }
+    std::size_t size() const { return bytes_.size() / kBytes; }
 
-    std::array<std::uint32_t, 3> operator[](std::size_t index) const {
-        std::array<std::uint32_t, 3> numbers{};
-        for (std::size_t i = 0; i < 12; ++i) {
-            numbers[i / 4] |= std::uint32_t{bytes_[12 * index + i]} << 8 * (i % 4);
+    std::array<std::uint32_t, N> operator[](std::size_t index) const {
+        std::array<std::uint32_t, N> numbers{};
+        for (std::size_t i = 0; i < kBytes; ++i) {
+            numbers[i / 4] |= std::uint32_t{bytes_[kBytes * index + i]} << 8 * (i % 4);
         }
         return numbers;
     }
 
 private:
+    static constexpr std::size_t kBytes = 4 * N;
     std::vector<std::uint8_t> bytes_;
 };
 
 /// The number of vertices.
 std::size_t checkPositions(const Value& value) {
     constexpr float kLargestNumber = 1e9F;
-    const Triples vertices(value);
+    const Groups<3> vertices(value);
     for (std::size_t i = 0; i < vertices.size(); ++i) {
         for (const std::uint32_t bits : vertices[i]) {
             float number = 0;
@@ -91,19 +93,20 @@ std::size_t checkPositions(const Value& value) {
     return vertices.size();
 }
 
-/// The number of triangles.
-std::size_t checkTriangles(const Value& value, std::size_t vertexCount) {
-    const Triples triangles(value);
-    for (std::size_t i = 0; i < triangles.size(); ++i) {
-        for (const std::uint32_t vertex : triangles[i]) {
+/// The number of triangles, or of pieces of curves: of groups of `N` vertices.
+template <std::size_t N>
+std::size_t checkIndices(const Value& value, std::size_t vertexCount, const char* group) {
+    const Groups<N> groups(value);
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        for (const std::uint32_t vertex : groups[i]) {
             if (vertex >= vertexCount) {
-                value.fail("triangle " + std::to_string(i) + ": expected one of " +
+                value.fail(std::string(group) + ' ' + std::to_string(i) + ": expected one of " +
                            std::to_string(vertexCount) + " vertices, got vertex " +
                            std::to_string(vertex));
             }
         }
     }
-    return triangles.size();
+    return groups.size();
 }
 
 void checkFaces(const Value& value, std::size_t triangleCount) {
@@ -126,8 +129,12 @@ void checkFaces(const Value& value, std::size_t triangleCount) {
 void checkMesh(const Value& value) {
     Object members(value);
     const std::size_t vertexCount = checkPositions(members.at("positions"));
-    const std::size_t triangleCount = checkTriangles(members.at("triangles"), vertexCount);
+    const std::size_t triangleCount =
+        checkIndices<3>(members.at("triangles"), vertexCount, "triangle");
     checkFaces(members.at("faces"), triangleCount);
+    if (const auto curves = members.find("curves")) {
+        checkIndices<2>(*curves, vertexCount, "piece");
+    }
     members.refuseOthers();
 }
 

@@ -63,6 +63,7 @@ Scene::Scene(std::string_view text) : json_(parseJson(text)), view_(*standardVie
     }
     if (const auto view = members.find("view")) {
         view_ = readView(*view);
+        viewName_ = view->json().is_string() ? view->text() : "";
     }
     if (const auto lines = members.find("lines")) {
         if (lines->text() != "iso") {
@@ -97,6 +98,7 @@ void Scene::useView(const std::string& name) {
         throw SceneError(std::string("there is no view of this name; ") + kViewExpected);
     }
     view_ = *view;
+    viewName_ = name;
 }
 
 std::size_t Scene::annotationCount() const { return json_.at("annotations").size(); }
@@ -153,6 +155,12 @@ Matrix Scene::readView(const Value& value) const {
         value.fail(expected);
     }
     return *view;
+}
+
+void Scene::checkViewName(const Value& value) const {
+    if (!findView(value.text())) {
+        value.fail(kViewExpected);
+    }
 }
 
 ModelEdge Scene::readModelEdge(Object& members) const {

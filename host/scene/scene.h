@@ -35,6 +35,8 @@ public:
     const std::string& kind() const { return kind_; }
     const std::string& licence() const { return licence_; }
     const Matrix& view() const { return view_; }
+    /// Empty where the scene gives 16 numbers.
+    const std::string& viewName() const { return viewName_; }
     LineStyle lines() const { return lines_; }
     const std::vector<ModelEdge>& edges() const { return edges_; }
     /// How annotations are finished that do not say otherwise.
@@ -54,6 +56,8 @@ public:
     Vec3 readPoint(const Value& value) const;
     /// The name of a view or 16 numbers.
     Matrix readView(const Value& value) const;
+    /// Throws `SceneError` where there is no view of this name.
+    void checkViewName(const Value& value) const;
 
 private:
     /// A standard view or one of the scene's own.
@@ -70,6 +74,7 @@ private:
     std::string licence_;
     std::map<std::string, Matrix> views_;
     Matrix view_;
+    std::string viewName_ = "top";
     LineStyle lines_ = LineStyle::Plain;
     FinishOptions finish_;
     std::vector<ModelEdge> edges_;

@@ -2,7 +2,9 @@
 /// The command line of pmi-step.
 #include <csignal>
 #include <filesystem>
+#include <fstream>
 #include <iostream>
+#include <iterator>
 #include <new>
 #include <string>
 #include <vector>
@@ -11,6 +13,7 @@
 
 #include "host/drawing/draw.h"
 #include "host/output/json.h"
+#include "host/step/livepage.h"
 #include "host/step/modelprocess.h"
 #include "host/step/page.h"
 #include "host/step/report.h"
@@ -29,8 +32,11 @@ constexpr std::uintmax_t kLargestFile = std::uintmax_t{256} << 20;
 
 struct Options {
     std::string file;
-    std::string directory;
+    /// A directory, or the file of a page.
+    std::string output;
     std::string view;
+    /// The viewer's page.
+    std::string viewer;
     bool json = false;
     bool force = false;
     int seconds = 120;
@@ -105,7 +111,7 @@ std::vector<OutputFile> filesOf(Drawing& drawing, ModelProcess& process, const O
                                 bool withPictures, host::ProgressLine& progress) {
     std::vector<OutputFile> files;
     std::vector<DrawnView> drawn;
-    const fs::path directory = options.directory;
+    const fs::path directory = options.output;
     for (const Sheet* sheet : chosenSheets(drawing, options.view)) {
         const std::string& name = sheet->view.name;
         const Picture picture = process.picture(sheet->view.right, sheet->view.up,
@@ -127,10 +133,42 @@ std::vector<OutputFile> filesOf(Drawing& drawing, ModelProcess& process, const O
     return files;
 }
 
-void writeAll(const std::vector<OutputFile>& files, const fs::path& directory) {
-    const WholeFiles whole;
+/// The viewer's page as it is installed beside this program, or built with it.
+fs::path viewerBeside() {
     std::error_code error;
-    fs::create_directories(directory, error);
+    const fs::path program = fs::read_symlink("/proc/self/exe", error);
+    const fs::path installed = program.parent_path().parent_path() / DORVALE_SHARE / "viewer.html";
+    return !error && fs::exists(installed, error) ? installed : fs::path(DORVALE_VIEWER);
+}
+
+std::string viewerPage(const Options& options) {
+    const fs::path path = options.viewer.empty() ? viewerBeside() : fs::path(options.viewer);
+    std::ifstream file(path, std::ios::binary);
+    std::string page{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    if (page.empty()) {
+        throw host::FileError(path.string() +
+                              ": the viewer's page is not there; ./dev viewer makes it, and "
+                              "--viewer names another one");
+    }
+    return page;
+}
+
+OutputFile livePage(const Drawing& drawing, const Body& body, const Options& options,
+                    const std::string& viewer) {
+    try {
+        return {options.output, livePageOf(drawing, body, viewer)};
+    } catch (const StepError& error) {
+        throw host::FileError(options.viewer + ": " + error.what());
+    }
+}
+
+void writeAll(const std::vector<OutputFile>& files) {
+    const WholeFiles whole;
+    const fs::path directory = files.front().path.parent_path();
+    std::error_code error;
+    if (!directory.empty()) {
+        fs::create_directories(directory, error);
+    }
     if (error) {
         throw host::FileError(directory.string() + ": cannot be made");
     }
@@ -139,11 +177,12 @@ void writeAll(const std::vector<OutputFile>& files, const fs::path& directory) {
     }
 }
 
-enum class Task { Report, Scenes, Draw };
+enum class Task { Report, Scenes, Draw, Page };
 
 int run(const Options& options, Task task) {
     Drawing drawing;
     std::vector<OutputFile> files;
+    const std::string viewer = task == Task::Page ? viewerPage(options) : "";
     try {
         checkFile(options);
         host::ProgressLine progress;
@@ -153,7 +192,10 @@ int run(const Options& options, Task task) {
         ModelProcess process(options.file, limits);
         drawing = makeDrawing(fs::path(options.file).filename().string(),
                               process.model(progress.doing("reading " + options.file)));
-        if (task != Task::Report) {
+        if (task == Task::Page) {
+            const Body body = process.body(progress.doing("finding the faces"));
+            files.push_back(livePage(drawing, body, options, viewer));
+        } else if (task != Task::Report) {
             files = filesOf(drawing, process, options, task == Task::Draw, progress);
         }
     } catch (const StepError& error) {
@@ -162,11 +204,12 @@ int run(const Options& options, Task task) {
         throw StepError(options.file + ": needs more memory than there is");
     }
     if (task != Task::Report) {
-        writeAll(files, options.directory);
+        writeAll(files);
     }
     host::print(options.json ? textOf(reportJson(drawing)) : reportText(drawing));
-    if (task == Task::Draw && !options.json) {
-        host::print((fs::path(options.directory) / "index.html").string() + '\n');
+    if (!options.json && (task == Task::Draw || task == Task::Page)) {
+        const fs::path page = options.output;
+        host::print((task == Task::Draw ? page / "index.html" : page).string() + '\n');
     }
     return countOf(drawing, Fate::Refused) > 0 ? kSomeRefused : 0;
 }
@@ -183,8 +226,14 @@ void addOptions(CLI::App& command, Options& options) {
         ->capture_default_str();
 }
 
-void addOutput(CLI::App& command, Options& options) {
-    command.add_option("-o,--output", options.directory, "A directory for the result")->required();
+void addOutput(CLI::App& command, Options& options, Task task) {
+    if (task == Task::Page) {
+        command.add_option("-o,--output", options.output, "The page's file")->required();
+        command.add_option("--viewer", options.viewer,
+                           "The viewer's page, if not the installed one");
+        return;
+    }
+    command.add_option("-o,--output", options.output, "A directory for the result")->required();
     command.add_option("--view", options.view, "Only this view: top, front, ...");
 }
 
@@ -200,13 +249,14 @@ int main(int argc, char** argv) {
             CLI::App* command = app.add_subcommand(name, what);
             addOptions(*command, options);
             if (task != Task::Report) {
-                addOutput(*command, options);
+                addOutput(*command, options, task);
             }
             command->callback([&options, &status, task] { status = run(options, task); });
         };
         add("report", "Say what becomes of each dimension", Task::Report);
         add("scenes", "Write a scene for each view", Task::Scenes);
         add("draw", "Draw each view, and a page of all", Task::Draw);
+        add("page", "Make one page to look at, measure and hand on", Task::Page);
         try {
             app.parse(argc, argv);
         } catch (const CLI::ParseError& error) {

@@ -195,6 +195,8 @@ void confine(const Limits& limits) {
 }
 
 struct Request {
+    /// The part's faces and edges, or its lines in a view.
+    bool body = false;
     Vec3 right{};
     Vec3 up{};
 };
@@ -254,7 +256,9 @@ void serve(const std::filesystem::path& file, const Limits& limits, int requests
         }
         Request request;
         std::memcpy(&request, bytes.data(), sizeof request);
-        answerWith(answers, [&] { return linesOf(*part, request, limits); });
+        answerWith(answers, [&] {
+            return request.body ? packBody(part->body()) : linesOf(*part, request, limits);
+        });
     }
 }
 
@@ -318,13 +322,22 @@ Model ModelProcess::model(const Waiting& waiting) {
     return unpackModel(answer(waiting, limits_.time));
 }
 
-Picture ModelProcess::picture(const Vec3& right, const Vec3& up, const Waiting& waiting) {
-    const Request request{right, up};
+template <class Request>
+std::string ModelProcess::ask(const Request& request, const Waiting& waiting, Milliseconds time) {
     const std::string_view bytes(reinterpret_cast<const char*>(&request), sizeof request);
     if (!sendAll(requests_, bytes)) {
         throw StepError("the lines of a view cannot be found");
     }
-    return unpackPicture(answer(waiting, limits_.exactLines + 2 * kMeshLines));
+    return answer(waiting, time);
+}
+
+Picture ModelProcess::picture(const Vec3& right, const Vec3& up, const Waiting& waiting) {
+    const Request request{/*body=*/false, right, up};
+    return unpackPicture(ask(request, waiting, limits_.exactLines + 2 * kMeshLines));
+}
+
+Body ModelProcess::body(const Waiting& waiting) {
+    return unpackBody(ask(Request{/*body=*/true, {}, {}}, waiting, limits_.time));
 }
 
 } // namespace host::step

@@ -1,6 +1,6 @@
 /// @file
-/// A process that reads a STEP file and draws its part's lines. What happens to it is told by one
-/// line: a damaged file may crash it, or keep it busy for ever.
+/// A process that reads a STEP file, and finds its part's lines and faces. What happens to it is
+/// told by one line: a damaged file may crash it, or keep it busy for ever.
 #pragma once
 
 #include <chrono>
@@ -35,10 +35,15 @@ public:
     /// The file's records. Throws `StepError`.
     Model model(const Waiting& waiting = {});
 
+    /// The part's faces and edges, after `model`. Throws `StepError`.
+    Body body(const Waiting& waiting = {});
+
     /// The lines of a view, after `model`. Throws `StepError`.
     Picture picture(const Vec3& right, const Vec3& up, const Waiting& waiting = {});
 
 private:
+    template <class Request>
+    std::string ask(const Request& request, const Waiting& waiting, std::chrono::milliseconds time);
     std::string answer(const Waiting& waiting, std::chrono::milliseconds time);
     void end();
 

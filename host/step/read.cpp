@@ -16,6 +16,7 @@
 #include <XSControl_TransferReader.hxx>
 #include <XSControl_WorkSession.hxx>
 
+#include "host/step/body.h"
 #include "host/step/dimensions.h"
 #include "host/step/hidden.h"
 #include "host/step/smooth.h"
@@ -111,6 +112,15 @@ Picture Part::picture(const Vec3& right, const Vec3& up, bool fromMesh) const {
                         : exactPicture(content_->shape, right, up);
     } catch (const Standard_Failure&) {
         throw StepError("its lines cannot be found");
+    }
+}
+
+Body Part::body() const {
+    try {
+        OCC_CATCH_SIGNALS
+        return bodyOf(content_->shape);
+    } catch (const Standard_Failure&) {
+        throw StepError("its faces cannot be shown");
     }
 }
 

@@ -10,7 +10,7 @@
 
 namespace host::step {
 
-/// A file's part: its records, and its shape for pictures.
+/// A file's part: its records, and its shape for pictures and pages.
 class Part {
 public:
     /// Throws `StepError`.
@@ -20,6 +20,7 @@ public:
     const Model& model() const;
     /// How it looks along a view's axes. Takes its time.
     Picture picture(const Vec3& right, const Vec3& up, bool fromMesh) const;
+    Body body() const;
 
 private:
     struct Content;

@@ -37,6 +37,10 @@ template <class A, Record<PictureEdge> T> void fields(A& a, T& v) { a(v.edge, v.
 
 template <class A, Record<Picture> T> void fields(A& a, T& v) { a(v.edges, v.fromMesh); }
 
+template <class A, Record<Body> T> void fields(A& a, T& v) {
+    a(v.positions, v.triangles, v.faces, v.curves, v.edges);
+}
+
 constexpr auto lastOf(CurveKind) { return CurveKind::Other; }
 constexpr auto lastOf(SurfaceKind) { return SurfaceKind::Other; }
 constexpr auto lastOf(DimensionKind) { return DimensionKind::AngularLocation; }
@@ -176,8 +180,12 @@ std::string packModel(const Model& model) { return packed(model); }
 
 std::string packPicture(const Picture& picture) { return packed(picture); }
 
+std::string packBody(const Body& body) { return packed(body); }
+
 Model unpackModel(std::string_view bytes) { return unpacked<Model>(bytes); }
 
 Picture unpackPicture(std::string_view bytes) { return unpacked<Picture>(bytes); }
+
+Body unpackBody(std::string_view bytes) { return unpacked<Body>(bytes); }
 
 } // namespace host::step

@@ -134,6 +134,20 @@ struct Picture {
     bool fromMesh = false;
 };
 
+/// All of a part, as a viewer shows and measures it.
+struct Body {
+    /// x, y and z of each vertex.
+    std::vector<float> positions;
+    /// Three vertices each, counter-clockwise as seen from outside; faces share none.
+    std::vector<std::uint32_t> triangles;
+    /// How many triangles each face has.
+    std::vector<std::uint32_t> faces;
+    /// Pieces of the edges that are neither straight nor round, two vertices each.
+    std::vector<std::uint32_t> curves;
+    /// Lines and arcs, without the seams of round faces.
+    std::vector<Edge> edges;
+};
+
 /// What is wrong with a file, or with the request: one line.
 class StepError : public std::runtime_error {
 public:
@@ -143,8 +157,10 @@ public:
 /// Records as bytes, for a pipe.
 std::string packModel(const Model& model);
 std::string packPicture(const Picture& picture);
+std::string packBody(const Body& body);
 /// Throws `StepError` for bytes that are no records. Numbers may be anything.
 Model unpackModel(std::string_view bytes);
 Picture unpackPicture(std::string_view bytes);
+Body unpackBody(std::string_view bytes);
 
 } // namespace host::step

@@ -1,5 +1,9 @@
 #include "host/step/write.h"
 
+#include <algorithm>
+#include <bit>
+
+#include "host/geometry/views.h"
 #include "host/output/json.h"
 #include "host/step/place.h"
 
@@ -148,6 +152,52 @@ ordered_json labelOf(const Annotation& annotation) {
     return lines;
 }
 
+/// RFC 4648, section 4.
+std::string base64(const std::string& bytes) {
+    constexpr const char* kDigits =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string text;
+    text.reserve((bytes.size() + 2) / 3 * 4);
+    for (std::size_t i = 0; i < bytes.size(); i += 3) {
+        std::uint32_t bits = 0;
+        for (std::size_t k = i; k < i + 3; ++k) {
+            bits = bits << 8 | (k < bytes.size() ? static_cast<std::uint8_t>(bytes[k]) : 0U);
+        }
+        for (std::size_t k = 0; k < 4; ++k) {
+            text += i + k <= bytes.size() ? kDigits[bits >> (18 - 6 * k) & 63U] : '=';
+        }
+    }
+    return text;
+}
+
+/// Numbers of 32 bits, the lowest byte first.
+template <class T> std::string base64(const std::vector<T>& numbers) {
+    static_assert(sizeof(T) == 4);
+    std::string bytes;
+    bytes.reserve(4 * numbers.size());
+    for (const T number : numbers) {
+        const auto bits = std::bit_cast<std::uint32_t>(number);
+        for (int shift = 0; shift < 32; shift += 8) {
+            bytes += static_cast<char>(bits >> shift & 0xFFU);
+        }
+    }
+    return base64(bytes);
+}
+
+ordered_json meshOf(const Body& body) {
+    ordered_json mesh = {{"positions", base64(body.positions)},
+                         {"triangles", base64(body.triangles)},
+                         {"faces", body.faces}};
+    if (!body.curves.empty()) {
+        mesh["curves"] = base64(body.curves);
+    }
+    return mesh;
+}
+
+ordered_json finishOf(const Sheet& sheet) {
+    return {{"arrow", "fit"}, {"gap", number(kTextGap * sheet.textHeight)}, {"readable", true}};
+}
+
 } // namespace
 
 ordered_json annotationOf(const Annotation& annotation, const Sheet& sheet, const Model& model) {
@@ -181,8 +231,7 @@ ordered_json sceneOf(const Sheet& sheet, const Picture& picture, const Model& mo
     scene["kind"] = "STEP";
     scene["view"] = viewMatrix(sheet.view);
     scene["lines"] = "iso";
-    scene["finish"] = {
-        {"arrow", "fit"}, {"gap", number(kTextGap * sheet.textHeight)}, {"readable", true}};
+    scene["finish"] = finishOf(sheet);
     scene["edges"] = ordered_json::array();
     for (const PictureEdge& drawn : picture.edges) {
         if (canStandInScene(drawn.edge)) {
@@ -193,6 +242,41 @@ ordered_json sceneOf(const Sheet& sheet, const Picture& picture, const Model& mo
     for (const Annotation& annotation : sheet.annotations) {
         scene["annotations"].push_back(annotationOf(annotation, sheet, model));
     }
+    return scene;
+}
+
+ordered_json sceneOf(const std::vector<Sheet>& sheets, const Body& body, const Model& model) {
+    const auto fullest =
+        std::max_element(sheets.begin(), sheets.end(), [](const Sheet& a, const Sheet& b) {
+            return a.annotations.size() < b.annotations.size();
+        });
+    ordered_json scene = {
+        {"version", 1}, {"title", model.title}, {"kind", "STEP"}, {"view", fullest->view.name}};
+    auto views = ordered_json::array();
+    auto annotations = ordered_json::array();
+    for (const Sheet& sheet : sheets) {
+        if (!host::standardView(sheet.view.name)) {
+            views.push_back({{"name", sheet.view.name}, {"matrix", viewMatrix(sheet.view)}});
+        }
+        for (const Annotation& annotation : sheet.annotations) {
+            ordered_json json = annotationOf(annotation, sheet, model);
+            json["finish"].update(finishOf(sheet));
+            json["views"] = {sheet.view.name};
+            annotations.push_back(std::move(json));
+        }
+    }
+    scene["views"] = std::move(views);
+    scene["mesh"] = meshOf(body);
+    auto edges = ordered_json::array();
+    for (const Edge& shape : body.edges) {
+        if (canStandInScene(shape)) {
+            ordered_json json = edge({shape, /*hidden=*/false});
+            json["id"] = "edge " + std::to_string(edges.size() + 1);
+            edges.push_back(std::move(json));
+        }
+    }
+    scene["edges"] = std::move(edges);
+    scene["annotations"] = std::move(annotations);
     return scene;
 }
 

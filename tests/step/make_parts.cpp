@@ -19,6 +19,7 @@
 #include <BRepBuilderAPI_MakeEdge.hxx>
 #include <BRepBuilderAPI_MakeFace.hxx>
 #include <BRepBuilderAPI_MakePolygon.hxx>
+#include <BRepBuilderAPI_NurbsConvert.hxx>
 #include <BRepFilletAPI_MakeFillet.hxx>
 #include <BRepGProp.hxx>
 #include <BRepPrimAPI_MakeBox.hxx>
@@ -596,6 +597,16 @@ void makeAssembly(const std::string& path) {
 /// No dimension at all.
 void makeBlank(const std::string& path) { PartFile(box(30, 20, 10), "BLANK", false).write(path); }
 
+/// A hole and an oblique one; every edge and face is a spline, as some programs write
+/// them.
+void makeSplines(const std::string& path) {
+    TopoDS_Shape shape = cut(box(60, 40, 10), cylinder({20, 20, 0}, kZ, 8, 10));
+    // An oblique cylinder leaves an ellipse.
+    shape = cut(shape, cylinder({45, 5, -10}, {0, 1, 1}, 5, 60));
+    PartFile(BRepBuilderAPI_NurbsConvert(shape, Standard_True).Shape(), "SPLINES", false)
+        .write(path);
+}
+
 } // namespace
 
 int main(int argc, char** argv) try {
@@ -611,6 +622,7 @@ int main(int argc, char** argv) try {
     makePin(folder + "pin.stp");
     makeAssembly(folder + "assembly.stp");
     makeBlank(folder + "blank.stp");
+    makeSplines(folder + "splines.stp");
     return 0;
 } catch (const std::exception& error) {
     std::fputs(error.what(), stderr);

@@ -15,6 +15,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "host/drawing/draw.h"
 #include "host/drawing/projection.h"
 #include "host/finish/font.h"
 #include "host/scene/build.h"
@@ -398,6 +399,117 @@ TEST(StepDraw, LinksEveryRowOfItsPageToItsAnnotation) {
     for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
         EXPECT_NE(entry.path().extension(), ".part");
     }
+}
+
+/// The viewer's page as far as pages are made from it.
+const std::string kViewer =
+    "<body>\n<script type=\"application/json\" id=\"part\"></script>\n</body>\n";
+
+/// What a page holds: a scene, and the report.
+json dataOf(const std::string& page) {
+    const std::size_t start = page.find("id=\"part\">") + std::string("id=\"part\">").size();
+    return json::parse(page.substr(start, page.find("</script>", start) - start));
+}
+
+Result makePage(const fs::path& part, const fs::path& page, const std::string& name) {
+    const fs::path viewer = kDrawn / "pages" / "viewer.html";
+    write(viewer, kViewer);
+    return run("page " + quoted(part) + " -o " + quoted(page) + " --viewer " + quoted(viewer),
+               name);
+}
+
+json pageData(const std::string& name) {
+    const fs::path page = kDrawn / "pages" / (name + ".html");
+    const Result made = makePage(partFile(name), page, name + "_page");
+    EXPECT_LE(made.status, 1) << made.err;
+    EXPECT_EQ(made.err, "");
+    return dataOf(contentOf(page));
+}
+
+/// The texts of a picture, in any order.
+std::multiset<std::string> textsOf(const std::string& svg) {
+    std::multiset<std::string> texts;
+    for (std::size_t at = svg.find("<text"); at != std::string::npos; at = svg.find("<text", at)) {
+        at = svg.find('>', at) + 1;
+        texts.insert(svg.substr(at, svg.find('<', at) - at));
+    }
+    return texts;
+}
+
+TEST_P(Part, HasAPageWithTheSameViews) {
+    const json data = pageData(GetParam());
+    EXPECT_EQ(data["report"], reportOf(GetParam()));
+    const fs::path folder = drawnPart(GetParam());
+    // The host reads it, mesh included, and draws in each view what is drawn there alone.
+    host::Scene scene(data["scene"].dump());
+    for (const fs::path& picture : filesIn(folder, ".svg")) {
+        scene.useView(picture.stem().string());
+        EXPECT_EQ(textsOf(host::drawScene(scene)), textsOf(contentOf(picture))) << picture;
+    }
+}
+
+TEST(StepPage, HasTheEdgesOfThePartAndNoSeams) {
+    std::map<std::string, int> radii;
+    const json plate = pageData("plate");
+    for (const json& edge : plate["scene"]["edges"]) {
+        if (edge["type"] == "arc") {
+            ++radii[edge["radius"].dump()];
+        }
+    }
+    // Four holes and the two ends of the slot, above and below.
+    EXPECT_EQ(radii, (std::map<std::string, int>{{"4.5", 8}, {"6.0", 4}})) << json(radii);
+    const json shaft = pageData("shaft");
+    EXPECT_FALSE(shaft["scene"]["edges"].empty());
+    for (const json& edge : shaft["scene"]["edges"]) {
+        EXPECT_EQ(edge["type"], "arc") << edge;
+    }
+}
+
+TEST(StepPage, KnowsTheLinesAndCirclesAmongSplines) {
+    const json data = pageData("splines");
+    int lines = 0;
+    int holes = 0;
+    for (const json& edge : data["scene"]["edges"]) {
+        if (edge["type"] == "line") {
+            ++lines;
+            continue;
+        }
+        ++holes;
+        EXPECT_NEAR(edge["radius"].get<double>(), 8, 1e-6);
+        EXPECT_NEAR(edge["centre"][0].get<double>(), 20, 1e-6);
+        EXPECT_NEAR(edge["centre"][1].get<double>(), 20, 1e-6);
+        EXPECT_NEAR(std::abs(edge["normal"][2].get<double>()), 1, 1e-6);
+    }
+    // Those of the box; above and below. The oblique hole has ellipses.
+    EXPECT_EQ(lines, 12);
+    EXPECT_EQ(holes, 2);
+    EXPECT_FALSE(data["scene"]["mesh"]["curves"].get<std::string>().empty());
+}
+
+TEST(StepPage, HoldsAnyTextAndNothingEndsItsScript) {
+    const std::string name = "</script><b>\xc3\xa4";
+    std::string part = contentOf(partFile("blank"));
+    const std::size_t at = part.find("PRODUCT('") + std::string("PRODUCT('").size();
+    const std::size_t second = part.find("'", part.find("','", at) + 3);
+    part.replace(at, second - at, "id','" + name);
+    const fs::path file = kDrawn / "inputs" / "named.stp";
+    write(file, part);
+    const fs::path page = kDrawn / "pages" / "named.html";
+    ASSERT_EQ(makePage(file, page, "named").status, 0);
+    const std::string text = contentOf(page);
+    EXPECT_EQ(text.find("</script>"), text.rfind("</script>"));
+    EXPECT_EQ(dataOf(text)["scene"]["title"].get<std::string>().substr(0, 9), name.substr(0, 9));
+}
+
+TEST(StepPage, SaysWhereTheViewersPageComesFrom) {
+    const fs::path page = kDrawn / "pages" / "none.html";
+    const std::string part = "page " + quoted(partFile("blank")) + " -o " + quoted(page);
+    const fs::path viewer = kDrawn / "pages" / "absent.html";
+    expectRefusal(run(part + " --viewer " + quoted(viewer), "absent"), "./dev viewer makes it");
+    const fs::path other = kDrawn / "pages" / "other.html";
+    write(other, "<html></html>");
+    expectRefusal(run(part + " --viewer " + quoted(other), "other"), "is not the viewer's page");
+    EXPECT_FALSE(fs::exists(page));
 }
 
 /// A file with a few bytes changed, doubled or cut out, mostly among its product data.

@@ -127,6 +127,8 @@ const mistakes = [
     [{ ...radius, view: "rear" }],
     [{ ...radius, view: [1, 2] }],
     [{ ...radius, view: Array(16).fill("a") }],
+    [{ ...radius, views: "top" }],
+    [{ ...radius, views: ["top", "rear"] }],
     [{ ...length, edge: "h" }],
     [{ ...length, edge: undefined }],
     [{ ...length, point: "q" }],

@@ -1,4 +1,5 @@
 // Makes build/viewer/index.html: the page, the module, the samples and the licences in one file.
+// Beside it occt.js, which reads STEP files: a worker and OCCT's module, loaded when one is opened.
 import { mkdir, readdir, readFile, writeFile } from "node:fs/promises";
 import { fileURLToPath } from "node:url";
 import { deflateSync } from "node:zlib";
@@ -92,3 +93,27 @@ const page = template
     .replace("/*script*/", () => script);
 await mkdir(out, { recursive: true });
 await writeFile(`${out}/index.html`, page);
+
+const occt = `${web}node_modules/replicad-opencascadejs`;
+const worker = await build({
+    entryPoints: [`${here}src/step/worker.ts`],
+    bundle: true,
+    minify: true,
+    format: "iife",
+    target: "es2022",
+    define: { "import.meta.url": '"file:///"' },
+    external: ["node:module"],
+    logLevel: "warning",
+    write: false,
+});
+const wasm = await readFile(`${occt}/dist/replicad_single.wasm`);
+const reader = {
+    script: worker.outputFiles[0].text,
+    wasm: deflateSync(wasm).toString("base64"),
+};
+const licence = (await readFile(`${occt}/LICENSE`, "utf8")).replaceAll("*/", "* /").trim();
+await writeFile(
+    `${out}/occt.js`,
+    `/* replicad-opencascadejs, OCCT compiled for the web\n\n${licence}\n*/\n` +
+        `stepReader=${JSON.stringify(reader)};\n`,
+);

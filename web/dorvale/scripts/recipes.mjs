@@ -83,6 +83,8 @@ export interface AnnotationMembers {
     display?: boolean;
     /** Whether its text stands parallel to the screen, where no call says so. */
     screenParallel?: boolean;
+    /** The names of the views that it belongs to; all of them without. */
+    views?: readonly string[];
     /** Null takes nothing from the scene's. */
     finish?: Finish | null;
 }

@@ -13,6 +13,8 @@ import {
     membersFrom,
     refuseOthers,
     textFrom,
+    viewNameFrom,
+    type Views,
     type Where,
 } from "./values.js";
 
@@ -44,6 +46,14 @@ function packPreset(members: Members, rows: RowWriter, where: Where): void {
     rows.integers[at] = given;
 }
 
+/** An annotation may belong to some views alone, which is for those who show it. */
+function checkViews(value: unknown, own: Views, where: Where): void {
+    const names = listFrom(value, where);
+    for (let i = 0; i < names.length; ++i) {
+        viewNameFrom(names[i], own, itemOf(where, i));
+    }
+}
+
 /** Appends a recipe to the rows. */
 export function packRecipe(
     recipe: unknown,
@@ -54,6 +64,9 @@ export function packRecipe(
 ): void {
     const members = membersFrom(recipe, where);
     packPreset(members, rows, where);
+    if (members["views"] !== undefined) {
+        checkViews(members["views"], model.views, memberOf(where, "views"));
+    }
     const own = members["finish"];
     const finish = finishFrom(own, model.finish, memberOf(where, "finish"));
     const ownLabel = (own as Members | null | undefined)?.["label"] !== undefined;

@@ -212,7 +212,14 @@ function packerOf(member: MemberDescription, conditions: Record<string, boolean>
 }
 
 /** What an annotation says besides its calls. */
-export const annotationMembers = ["name", "type", "display", "screenParallel", "finish"] as const;
+export const annotationMembers = [
+    "name",
+    "type",
+    "display",
+    "screenParallel",
+    "views",
+    "finish",
+] as const;
 
 /** One call of the table. */
 export class Call {

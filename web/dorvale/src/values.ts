@@ -163,16 +163,25 @@ export type Views = ReadonlyMap<string, ArrayLike<number>>;
 
 export const isStandardView = (name: string): boolean => Object.hasOwn(standardViews, name);
 
+const viewExpected =
+    "expected top, front, right, bottom, back, left, iso, the name of one of the scene's views";
+
+const viewOf = (name: string, own: Views): ArrayLike<number> | undefined =>
+    isStandardView(name) ? standardViews[name] : own.get(name);
+
 /** The name of a standard view or of one of the scene's own, or 16 numbers. */
 export function viewFrom(value: unknown, own: Views, where: Where): ArrayLike<number> {
-    const expected =
-        "expected top, front, right, bottom, back, left, iso, " +
-        "the name of one of the scene's views, or 16 numbers";
+    const expected = `${viewExpected}, or 16 numbers`;
     if (typeof value === "string") {
-        const view = isStandardView(value) ? standardViews[value] : own.get(value);
-        return view ?? fail(where, expected);
+        return viewOf(value, own) ?? fail(where, expected);
     }
     return matrixFrom(value, expected, where);
+}
+
+/** The name of a standard view or of one of the scene's own. */
+export function viewNameFrom(value: unknown, own: Views, where: Where): string {
+    const name = textFrom(value, where);
+    return viewOf(name, own) === undefined ? fail(where, viewExpected) : name;
 }
 
 export function matrixFrom(value: unknown, expected: string, where: Where): ArrayLike<number> {

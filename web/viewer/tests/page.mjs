@@ -17,19 +17,51 @@ export class Viewer {
     requests = [];
     errors = [];
 
-    static async open({ query = "", scene, width = 640, height = 400 } = {}) {
-        const viewer = new Viewer();
+    static async open({
+        path = file,
+        query = "",
+        scene,
+        width = 640,
+        height = 400,
         // Waiting for a condition evaluates text, which the page's own policy forbids.
-        const context = await browser.newContext({ viewport: { width, height }, bypassCSP: true });
+        bypassCSP = true,
+    } = {}) {
+        const viewer = new Viewer();
+        const context = await browser.newContext({ viewport: { width, height }, bypassCSP });
         viewer.page = await context.newPage();
         viewer.page.on("request", (request) => viewer.requests.push(request.url()));
         viewer.page.on("pageerror", (error) => viewer.errors.push(error.message));
-        await viewer.page.goto(`file://${file}${query}`);
-        await viewer.page.waitForFunction(() => window.viewer !== undefined);
+        await viewer.page.goto(`file://${path}${query}`);
+        await viewer.until(() => window.viewer !== undefined);
         if (scene !== undefined) {
             await viewer.choose(scene);
         }
         return viewer;
+    }
+
+    /** Waits for a condition, also where the page's own policy holds. */
+    async until(does, seconds = 60) {
+        for (const end = Date.now() + 1000 * seconds; Date.now() < end; ) {
+            if (await this.page.evaluate(does)) {
+                return;
+            }
+            await new Promise((resolve) => setTimeout(resolve, 50));
+        }
+        throw new Error(`it did not happen within ${seconds} s: ${does}`);
+    }
+
+    /** Chooses a file of the disk; waits until it is open, or refused. */
+    async chooseFile(files) {
+        await this.page.evaluate(() => {
+            document.getElementById("error").hidden = true;
+            window.before = window.viewer.app.document;
+        });
+        await this.page.setInputFiles("#file", files);
+        await this.until(
+            () =>
+                window.before !== window.viewer.app.document ||
+                !document.getElementById("error").hidden,
+        );
     }
 
     close() {

@@ -31,6 +31,7 @@ export class App {
         showNamedViews(this.space);
         this.space.opened.listen(() => this.opened_());
         this.space.changed.listen(() => this.showAll_());
+        this.space.shown.changed.listen(() => this.placed.build());
         this.measuring.changed.listen(() => this.tell());
         stage.stopped.listen(() => this.viewStopped_());
         this.opened_();

@@ -1,6 +1,8 @@
 // The scene that is open: its part, its annotations, and what was done to them.
 import type { Annotation, Dorvale, Recipe } from "dorvale";
 import { Scene, toModel } from "dorvale";
+import { wholeCircles } from "../rules/circles.js";
+import { areAlike, sheetsOf } from "../rules/sheets.js";
 import type { Edge } from "../rules/things.js";
 import { begun, changed, type History, redone, undone } from "../rules/undo.js";
 import type { Vec } from "../rules/vec.js";
@@ -14,7 +16,7 @@ type Members = Record<string, unknown>;
 /** The format of scenes that is read and written. */
 const version = 1;
 /** What the package does not read. */
-const viewersOwn = ["version", "mesh", "views", "view", "annotations"];
+const viewersOwn = ["version", "mesh", "view", "annotations"];
 
 export interface NamedView {
     readonly name: string;
@@ -130,13 +132,18 @@ export class Document {
         this.views = viewsOf(members);
         this.view = viewOf(members["view"] ?? "top", this.views);
         const built = this.build(recipes, this.view);
-        const edges = edgesOf(members);
+        const edges = wholeCircles(edgesOf(members));
         // A scene without a model is as large as its annotations.
         const drawn = edges.length > 0 ? [] : built.flatMap(outlineOf);
         const mesh = members["mesh"] as SceneMesh | undefined;
         this.part = new Part(edges, mesh && meshGeometry(mesh), drawn);
         const point = pointOf(members);
         this.history_ = begun(recipes.map((recipe, i) => settled(recipe, built[i]!, point)));
+    }
+
+    /** A view of the scene, or a standard one. */
+    viewNamed(name: string): View {
+        return viewOf(name, this.views);
     }
 
     get recipes(): readonly Recipe[] {
@@ -181,7 +188,10 @@ export class Document {
 
     /** The scene's text, with the annotations that it has now, looked at as it is now. */
     save(view: View): string {
-        const scene = { ...this.members_, view: matrixOf(view), annotations: this.recipes };
+        const sheets = sheetsOf(this.recipes, (name) => this.viewNamed(name));
+        const sheet = sheets.find((one) => areAlike(one.view, view));
+        const written = sheet?.name ?? matrixOf(view);
+        const scene = { ...this.members_, view: written, annotations: this.recipes };
         return `${JSON.stringify(scene, undefined, 1)}\n`;
     }
 }

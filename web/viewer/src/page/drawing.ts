@@ -2,9 +2,10 @@
 import type { Annotation, ModelAnnotation } from "dorvale";
 import { toModel } from "dorvale";
 import { pointsOfArc } from "../rules/things.js";
-import { anySquare, cross, scale } from "../rules/vec.js";
+import { anySquare, cross, moved, scale, type Vec } from "../rules/vec.js";
+import type { View } from "../rules/view.js";
 import type { Glyphs } from "./glyphs.js";
-import { framed, type Label, labelsOf } from "./labels.js";
+import { axesOf, framed, type Label, labelsOf, type Line } from "./labels.js";
 
 export interface Drawing {
     readonly segments: Float32Array;
@@ -61,9 +62,10 @@ export function drawingOf(annotation: Annotation, glyphs: Glyphs): Drawing {
         return empty;
     }
     const model = toModel(annotation);
-    const blocks = new Map<number, typeof model.texts[number][]>();
-    annotation.texts.forEach(({ block }, i) => {
-        blocks.set(block, [...(blocks.get(block) ?? []), model.texts[i]!]);
+    const blocks = new Map<number, Line[]>();
+    annotation.texts.forEach(({ block, width, height }, i) => {
+        const line = { ...model.texts[i]!, em: width > 0 ? width : height };
+        blocks.set(block, [...(blocks.get(block) ?? []), line]);
     });
     return {
         segments: segmentsOf(model),
@@ -74,4 +76,23 @@ export function drawingOf(annotation: Annotation, glyphs: Glyphs): Drawing {
         }),
         text: model.texts.map(({ text }) => text).join(" "),
     };
+}
+
+/** The same, not drawn. */
+export const unseen = ({ text }: Drawing): Drawing => ({ ...empty, text });
+
+/** Points that reach as far as it does in a view. */
+export function outlineOf({ segments, labels }: Drawing, view: View): Vec[] {
+    const ends = Array.from(
+        { length: segments.length / 3 },
+        (_, i) => [...segments.subarray(3 * i, 3 * i + 3)] as unknown as Vec,
+    );
+    const corners = labels.flatMap((label) => {
+        const { center, left, bottom, width, height } = label;
+        const { x, y } = axesOf(label, view);
+        return [left, left + width].flatMap((u) =>
+            [bottom, bottom + height].map((v) => moved(moved(center, x, u), y, v)),
+        );
+    });
+    return [...ends, ...corners];
 }

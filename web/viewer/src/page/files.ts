@@ -2,6 +2,8 @@
 import samples from "samples";
 import type { App } from "./app.js";
 import type { Command } from "./commands.js";
+import { isStep } from "../step/open.js";
+import { StepOpening } from "../step/opening.js";
 import { element } from "./dom.js";
 import { inflated } from "./packed.js";
 
@@ -12,16 +14,22 @@ export async function sampleText(name: string): Promise<string> {
     return inflated(samples[name]!).text();
 }
 
-async function openFile(app: App, file: File | undefined): Promise<void> {
-    if (file !== undefined) {
-        app.open(await file.text(), file.name);
-    }
+/** Scenes, and STEP files. */
+function opener(app: App): (file: File | undefined) => Promise<void> {
+    const step = new StepOpening(app);
+    return async (file) => {
+        if (file !== undefined && isStep(file)) {
+            await step.open(file);
+        } else if (file !== undefined) {
+            app.open(await file.text(), file.name);
+        }
+    };
 }
 
 export const fileCommands = (): Command[] => [
     {
         name: "open",
-        label: "Open a scene",
+        label: "Open a scene or a STEP file",
         keys: ["Ctrl+O"],
         face: "Open",
         bar: "files",
@@ -49,9 +57,12 @@ function showSamples(app: App): void {
 /** Opens files by the file dialogue, by drag and drop, and samples by their names. */
 export function listenToFiles(app: App): void {
     showSamples(app);
+    const openFile = opener(app);
     const input = element<HTMLInputElement>("file");
     input.addEventListener("change", () => {
-        void openFile(app, input.files?.[0]).then(() => (input.value = ""));
+        const [file] = input.files ?? [];
+        input.value = "";
+        void openFile(file);
     });
     const stage = element("stage");
     window.addEventListener("dragover", (event) => {
@@ -66,6 +77,6 @@ export function listenToFiles(app: App): void {
     window.addEventListener("drop", (event) => {
         event.preventDefault();
         stage.classList.remove("dropping");
-        void openFile(app, event.dataTransfer?.files[0]);
+        void openFile(event.dataTransfer?.files[0]);
     });
 }

@@ -16,7 +16,7 @@ import { LineSegmentsGeometry } from "three/addons/lines/LineSegmentsGeometry.js
 import type { Vec } from "../rules/vec.js";
 import type { Drawing } from "./drawing.js";
 import type { Glyphs } from "./glyphs.js";
-import { writingGeometry, writingMaterial } from "./writing.js";
+import { faintText, setOpacity, writingGeometry, writingMaterial } from "./writing.js";
 
 /** Its tip at the origin, along x, of length and radius 1. Flat colour needs no base. */
 function cone(): BufferGeometry {
@@ -40,6 +40,9 @@ function joined(parts: readonly Float32Array[]): Float32Array {
     }
     return all;
 }
+
+/** Of what the part hides. */
+const faint = 0.22;
 
 /** Draws annotations in one colour: six draw calls, however many there are. */
 export class Ink {
@@ -65,7 +68,7 @@ export class Ink {
             color,
             linewidth: width,
             transparent: true,
-            opacity: 0.22,
+            opacity: faint,
             depthTest: false,
             depthWrite: false,
         });
@@ -73,6 +76,14 @@ export class Ink {
         this.writing_ = (["ghost", "rim", "ink"] as const).map((pass) =>
             writingMaterial(glyphs_, this.color_, pass),
         );
+    }
+
+    /** Whether the part hides nothing of it: a drawing stands in front of what it shows. */
+    stand(inFront: boolean): void {
+        this.hiddenLines_.opacity = inFront ? 1 : faint;
+        this.heads_.depthTest = !inFront;
+        setOpacity(this.writing_[0]!, inFront ? 1 : faintText);
+        this.changed_();
     }
 
     /** In another colour, on a rim around the text. */

@@ -1,7 +1,7 @@
 import type { ModelText } from "dorvale";
-import { facing } from "../rules/facing.js";
+import { facing, type TextAxes } from "../rules/facing.js";
 import { dot, moved, sub, type Vec } from "../rules/vec.js";
-import { type Frame, toScreen } from "../rules/view.js";
+import { type Frame, toScreen, type View } from "../rules/view.js";
 import type { Glyphs } from "./glyphs.js";
 
 /** A line of text, laid out about a point that stays where it is when the text turns. */
@@ -16,6 +16,8 @@ export interface Label {
     readonly bottom: number;
     readonly width: number;
     readonly height: number;
+    /** How wide a character is that is as wide as high. */
+    readonly em: number;
     /** The frame around all lines of the text, on its first one. */
     readonly frame?: Box;
 }
@@ -28,6 +30,9 @@ export interface Box {
     readonly height: number;
 }
 
+/** A text with the width of its characters. */
+export type Line = ModelText & { readonly em: number };
+
 const none: Vec = [0, 0, 0];
 
 /** Whether it stands parallel to the screen. */
@@ -37,16 +42,15 @@ export const isUpright = ({ x }: Label): boolean => x === none;
 const middle = 0.36;
 
 /** The lines of an annotation's text. */
-export function labelsOf(texts: readonly ModelText[], toScreen: boolean, glyphs: Glyphs): Label[] {
-    return texts.map(({ text, location, xAxis, yAxis, height }) => {
+export function labelsOf(texts: readonly Line[], toScreen: boolean, glyphs: Glyphs): Label[] {
+    return texts.map(({ text, location, xAxis, yAxis, height, em }) => {
         const characters = [...text];
-        const width =
-            height * characters.reduce((sum, character) => sum + glyphs.of(character).advance, 0);
+        const width = em * characters.reduce((sum, c) => sum + glyphs.of(c).advance, 0);
         if (toScreen) {
             const first = texts[0]!.location;
-            const down = Math.sign(dot(sub(location, first), texts[0]!.yAxis)) || 0;
-            const bottom = down * Math.hypot(...sub(location, first));
-            return { characters, center: first, x: none, y: none, left: 0, bottom, width, height };
+            // Lines run downwards, whichever way the plane's axes lie.
+            const bottom = -Math.hypot(...sub(location, first));
+            return { characters, center: first, x: none, y: none, left: 0, bottom, width, height, em };
         }
         const center = moved(moved(location, xAxis, width / 2), yAxis, middle * height);
         return {
@@ -58,9 +62,14 @@ export function labelsOf(texts: readonly ModelText[], toScreen: boolean, glyphs:
             bottom: -middle * height,
             width,
             height,
+            em,
         };
     });
 }
+
+/** The axes that a label is read along in a view. */
+export const axesOf = (label: Label, view: View): TextAxes =>
+    isUpright(label) ? { x: view.right, y: view.up } : facing(label, view);
 
 /** Of characters below and above the base line, and between them and a frame, in em. */
 const reach = { below: 0.24, above: 0.76, frame: 0.25 } as const;
@@ -86,7 +95,7 @@ export function framed(labels: readonly Label[]): Label[] {
 /** The pixel in the middle of a label. */
 export function middleOf(label: Label, frame: Frame): readonly [number, number] {
     const { view } = frame;
-    const axes = isUpright(label) ? { x: view.right, y: view.up } : facing(label, view);
+    const axes = axesOf(label, view);
     const u = label.left + label.width / 2;
     const v = label.bottom + middle * label.height;
     const [x, y] = toScreen(moved(moved(label.center, axes.x, u), axes.y, v), frame);
@@ -99,7 +108,7 @@ const margin = 3;
 /** Whether a pixel lies on a label. */
 export function isOn(label: Label, x: number, y: number, frame: Frame): boolean {
     const { view } = frame;
-    const axes = isUpright(label) ? { x: view.right, y: view.up } : facing(label, view);
+    const axes = axesOf(label, view);
     const corner = (u: number, v: number) =>
         toScreen(moved(moved(label.center, axes.x, u), axes.y, v), frame);
     const border = margin * frame.unitsPerPixel;

@@ -4,9 +4,14 @@ import type { Command } from "./commands.js";
 import { element } from "./dom.js";
 import type { Workspace } from "./workspace.js";
 
-/** Looks at the part from a side, and shows it whole with its annotations. */
+/**
+ * Looks at the part from a side, and shows it whole with its annotations; where some belong to the
+ * side, with them alone.
+ */
 export function look(space: Workspace, view: View | StandardView): void {
-    space.stage.camera.look({ view: typeof view === "string" ? standardViews[view] : view });
+    const chosen = typeof view === "string" ? standardViews[view] : view;
+    space.stage.camera.look({ view: chosen });
+    space.shown.lookedFrom(chosen);
     space.fit();
 }
 

@@ -17,6 +17,7 @@ import type { Edge } from "../rules/things.js";
 import { dot, moved, type Vec } from "../rules/vec.js";
 import type { Frame } from "../rules/view.js";
 import { Cap, cutBy, placeCut } from "./cut.js";
+import type { MeshGeometry } from "./mesh.js";
 
 /** What stands this much nearer to the viewer hides what is behind it: a part of its size. */
 const tolerance = 2e-3;
@@ -31,9 +32,12 @@ export class Part {
     private left_: Pickable;
     private section_: Section | undefined;
     private readonly faces_: MeshBVH | undefined;
+    /** x, y and z of the mesh's vertices. */
+    private readonly bulge_: ArrayLike<number> = [];
     private readonly cap_: Cap | undefined;
 
-    constructor(edges: readonly Edge[], faces: BufferGeometry | undefined, others: readonly Vec[]) {
+    constructor(edges: readonly Edge[], mesh: MeshGeometry | undefined, others: readonly Vec[]) {
+        const faces = mesh?.faces;
         this.left_ = this.all_ = pickable(edges);
         const drawn = this.all_.edges.flatMap(({ through }) => through);
         const low = new Vector3(Infinity, Infinity, Infinity);
@@ -52,11 +56,15 @@ export class Part {
         this.middle = middle.toArray();
         this.reach = isEmpty ? 50 : Math.max(high.distanceTo(low) / 2, 1e-3);
         if (faces !== undefined) {
+            this.bulge_ = faces.getAttribute("position").array;
             this.faces_ = new MeshBVH(faces);
             this.cap_ = new Cap(faces, this.middle, this.reach);
             this.group.add(new Mesh(faces, faceMaterial), this.cap_.group);
         }
         this.group.add(new LineSegments(segmentsOf(this.all_), edgeMaterial));
+        if (mesh?.curves !== undefined) {
+            this.group.add(new LineSegments(mesh.curves, edgeMaterial));
+        }
         this.cut(undefined);
     }
 
@@ -91,12 +99,16 @@ export class Part {
         this.cap_?.dispose();
     }
 
-    /** Corners and ends, for fitting the view. */
+    /** Corners and ends, and what bulges between them, for fitting the view. */
     *outline(): Iterable<Vec> {
         for (const { through } of this.all_.edges) {
             yield* through;
         }
-        if (this.all_.edges.length === 0) {
+        const bulge = this.bulge_;
+        for (let i = 0; i < bulge.length; i += 3) {
+            yield [bulge[i]!, bulge[i + 1]!, bulge[i + 2]!];
+        }
+        if (this.all_.edges.length === 0 && bulge.length === 0) {
             for (const s of [-1, 1]) {
                 yield [0, 1, 2].map((i) => this.middle[i]! + (s * this.reach) / 2) as unknown as Vec;
             }

@@ -1,14 +1,16 @@
 // The annotations of the scene as they are seen: in the model, and as a list beside it.
-import { type Annotation, toModel } from "dorvale";
+import { type Annotation, type Recipe, toModel } from "dorvale";
 import { isMirrored, runsBackwards } from "../rules/facing.js";
 import { kindOf } from "../rules/kinds.js";
 import type { Plane } from "../rules/planes.js";
-import { moved, type Vec } from "../rules/vec.js";
+import { areAlike, viewsOf } from "../rules/sheets.js";
+import type { Vec } from "../rules/vec.js";
 import type { View } from "../rules/view.js";
 import { element } from "./dom.js";
-import { type Drawing, drawingOf } from "./drawing.js";
+import { type Drawing, drawingOf, outlineOf, unseen } from "./drawing.js";
 import { isOn, isUpright, middleOf } from "./labels.js";
 import { List } from "./list.js";
+import { look } from "./looking.js";
 import { placeIn, placementOf } from "./placement.js";
 import { Signal } from "./signal.js";
 import type { Workspace } from "./workspace.js";
@@ -26,6 +28,8 @@ export class Placed {
     /** As they are built for the view. */
     annotations: readonly Annotation[] = [];
     drawings: readonly Drawing[] = [];
+    /** Another one is lit or selected. */
+    readonly pointed = new Signal();
     /** Another one is selected than before, or none. */
     readonly selectedOther = new Signal();
     private readonly drawn_ = new WeakMap<Annotation, Drawing>();
@@ -38,7 +42,7 @@ export class Placed {
     constructor(private readonly space_: Workspace) {
         this.list_ = new List(element("list"), element("count"), {
             hover: (index) => this.light(index),
-            select: (index) => this.select(index),
+            select: (index) => this.reveal(index),
             remove: (index) => this.remove(index),
         });
         space_.stage.drawing.listen(() => this.turn_());
@@ -67,10 +71,13 @@ export class Placed {
 
     /** Builds them for the view that there is. */
     build(): void {
-        const { document: scene, stage, view } = this.space_;
+        const { document: scene, stage, view, shown } = this.space_;
         this.annotations = scene.build(scene.recipes, view);
-        this.drawings = this.annotations.map((annotation) => this.drawing_(annotation));
+        this.drawings = this.annotations.map((annotation, i) =>
+            this.drawing_(annotation, scene.recipes[i]!),
+        );
         this.facings_ = this.drawings.map((drawing, i) => facingOf(this.annotations[i]!, drawing, view));
+        stage.placed.stand(shown.current !== undefined && areAlike(shown.current.view, view));
         stage.placed.draw(this.drawings);
         this.light(this.lit_);
     }
@@ -90,7 +97,7 @@ export class Placed {
         scene.build(recipes, view).forEach((annotation, k) => {
             const i = flipped[k]!;
             annotations[i] = annotation;
-            drawings[i] = this.drawing_(annotation);
+            drawings[i] = this.drawing_(annotation, recipes[k]!);
             this.facings_[i] = facingOf(annotation, drawings[i], view);
         });
         this.annotations = annotations;
@@ -99,10 +106,11 @@ export class Placed {
         this.light(this.lit_);
     }
 
-    private drawing_(annotation: Annotation): Drawing {
-        const drawing = this.drawn_.get(annotation) ?? drawingOf(annotation, this.space_.stage.glyphs);
+    private drawing_(annotation: Annotation, recipe: Recipe): Drawing {
+        const { stage, shown } = this.space_;
+        const drawing = this.drawn_.get(annotation) ?? drawingOf(annotation, stage.glyphs);
         this.drawn_.set(annotation, drawing);
-        return drawing;
+        return shown.has(recipe) ? drawing : unseen(drawing);
     }
 
     /** Leaves one out, which is drawn elsewhere. */
@@ -137,6 +145,7 @@ export class Placed {
         });
         stage.lit.draw(lit);
         this.list_.light(index, this.selected_);
+        this.pointed.emit();
     }
 
     /** Lights the one under the cursor, and has the list show it. */
@@ -152,6 +161,17 @@ export class Placed {
         this.light(this.lit_);
         this.selectedOther.emit();
         this.reveal_(index);
+    }
+
+    /** Selects one, and turns to its view where another one's annotations are shown. */
+    reveal(index: number): void {
+        const { space_: space } = this;
+        const recipe = space.document.recipes[index]!;
+        const [name] = viewsOf(recipe) ?? [];
+        if (name !== undefined && !space.shown.isHere(recipe)) {
+            look(space, space.document.viewNamed(name));
+        }
+        this.select(index);
     }
 
     remove(index = this.selected_): void {
@@ -186,19 +206,8 @@ export class Placed {
 
     /** The ends of lines, and the middles of texts with some room around them. */
     private *outline_(): Iterable<Vec> {
-        const { right, up } = this.space_.view;
-        for (const { segments, labels } of this.drawings) {
-            for (let i = 0; i < segments.length; i += 3) {
-                yield [segments[i]!, segments[i + 1]!, segments[i + 2]!];
-            }
-            for (const label of labels) {
-                const { center, width, height, left } = label;
-                const middle = isUpright(label) ? moved(center, right, left + width / 2) : center;
-                const across = isUpright(label) ? right : label.x;
-                for (const side of [-1, 1]) {
-                    yield moved(moved(middle, across, (side * width) / 2), up, side * height);
-                }
-            }
+        for (const drawing of this.drawings) {
+            yield* outlineOf(drawing, this.space_.view);
         }
     }
 

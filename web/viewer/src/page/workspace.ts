@@ -5,7 +5,8 @@ import { placeOn } from "../rules/place.js";
 import type { Vec } from "../rules/vec.js";
 import { fitted, type Frame, fromScreen, type View } from "../rules/view.js";
 import { Document } from "./document.js";
-import { type Drawing, drawingOf } from "./drawing.js";
+import { type Drawing, drawingOf, outlineOf } from "./drawing.js";
+import { Shown } from "./shown.js";
 import { Signal } from "./signal.js";
 import type { Stage } from "./stage.js";
 
@@ -16,6 +17,8 @@ export class Workspace {
     readonly opened = new Signal();
     /** The annotations are other ones than before. */
     readonly changed = new Signal();
+    /** Which annotations are shown. */
+    readonly shown = new Shown();
     /** The scene has been saved as it is now. */
     readonly saved = new Signal();
     /** The mouse, in pixels of the canvas. */
@@ -111,8 +114,18 @@ export class Workspace {
         const { part, view } = this.document_;
         const { camera } = this.stage;
         this.stage.show(part);
+        this.shown.open(this.document_);
         camera.look({ view });
-        camera.look(fitted(this.frame, part.outline()));
+        this.fit_();
         this.stage.still();
+    }
+
+    /** A view whose annotations are shown alone is shown with them. */
+    private fit_(): void {
+        const { part, recipes } = this.document_;
+        const { current } = this.shown;
+        const drawn = current === undefined ? [] : recipes.filter((recipe) => this.shown.has(recipe));
+        const points = drawn.flatMap((recipe) => outlineOf(this.drawing(recipe), this.view));
+        this.stage.camera.look(fitted(this.frame, part.outline(), points));
     }
 }

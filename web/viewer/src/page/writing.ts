@@ -58,6 +58,13 @@ export const viewAxes = {
     to: { value: new Vector3(0, 0, 1) },
 };
 
+/** How much is seen of text that the part hides. */
+export const faintText = 0.3;
+
+export function setOpacity(material: ShaderMaterial, opacity: number): void {
+    material.uniforms["opacity"]!.value = opacity;
+}
+
 export function writingMaterial(
     glyphs: Glyphs,
     color: Color,
@@ -72,7 +79,7 @@ export function writingMaterial(
             size: { value: glyphs.size },
             color: { value: color },
             rim: { value: new Color(0xf8fafc) },
-            opacity: { value: pass === "ghost" ? 0.3 : pass === "rim" ? 0.85 : 1 },
+            opacity: { value: pass === "ghost" ? faintText : pass === "rim" ? 0.85 : 1 },
             isRim: { value: pass === "rim" },
         },
         transparent: true,
@@ -144,13 +151,13 @@ export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): Buffe
             const { left, bottom, right, top } = glyph;
             const whole = { left, bottom, width: right - left, height: top - bottom };
             const place = {
-                left: start + left * height,
+                left: start + left * label.em,
                 bottom: label.bottom + bottom * height,
-                width: whole.width * height,
+                width: whole.width * label.em,
                 height: whole.height * height,
             };
             add(label, place, glyph, whole);
-            start += glyph.advance * height;
+            start += glyph.advance * label.em;
         }
         if (label.frame !== undefined) {
             const white = glyphs.of(solid);

@@ -1,0 +1,156 @@
+// A worker that reads one STEP file with OCCT. It is ended when it has answered.
+import init from "replicad-opencascadejs";
+import { sceneText } from "./scene.js";
+import { type Occt, partOf } from "./shape.js";
+
+/** What the page sends: the file, and OCCT's module in base64, deflated. */
+export interface Task {
+    readonly file: File;
+    readonly wasm: string;
+}
+
+/** What it gets: what is being done, and at last a scene's text or what is wrong. */
+export type Answer = { doing: string } | { scene: string } | { wrong: string };
+
+/** What is wrong with a file, in one line. */
+class StepError extends Error {}
+
+const notStep = "is not a STEP file that can be read";
+const noPart = "holds no part that can be read";
+const mostBytes = 256 * 2 ** 20;
+
+const answer = (message: Answer) => (self.postMessage as (message: Answer) => void)(message);
+
+/** The function that the module calls for more memory is known by the most there is: all pages but one. */
+const mostMemory = "4294901760";
+
+/**
+ * Gives the module all addresses there are; those that are not written to cost nothing. A damaged
+ * file may lead OCCT to any of them, and there are browsers that do not survive one that is not
+ * there. Where there is not so much room, the memory grows as it is needed.
+ */
+class Room {
+    private isWhole_ = false;
+
+    constructor(private readonly imports_: WebAssembly.Imports) {}
+
+    /** The imports, where what asks for memory that is there already is told so. */
+    get imports(): WebAssembly.Imports {
+        const asks = (value: unknown) =>
+            typeof value === "function" && value.length === 1 && String(value).includes(mostMemory);
+        const wrapped = (value: unknown) =>
+            asks(value)
+                ? (size: number) => this.isWhole_ || (value as (size: number) => boolean)(size)
+                : value;
+        return Object.fromEntries(
+            Object.entries(this.imports_).map(([name, members]) => [
+                name,
+                Object.fromEntries(Object.entries(members).map(([key, v]) => [key, wrapped(v)])),
+            ]),
+        ) as WebAssembly.Imports;
+    }
+
+    take({ exports }: WebAssembly.Instance): void {
+        const isMemory = (item: unknown) => item instanceof WebAssembly.Memory;
+        const memory = Object.values(exports).find(isMemory) as WebAssembly.Memory;
+        // As many pages as one has bytes.
+        const page = 65536;
+        try {
+            memory.grow(page - memory.buffer.byteLength / page);
+            this.isWhole_ = true;
+        } catch {
+            // A small machine.
+        }
+    }
+}
+
+/** The module is compiled while it is inflated. */
+async function started(packed: string): Promise<Occt> {
+    const text = atob(packed);
+    const bytes = new Uint8Array(text.length);
+    for (let i = 0; i < text.length; ++i) {
+        bytes[i] = text.charCodeAt(i);
+    }
+    const stream = new Blob([bytes]).stream().pipeThrough(new DecompressionStream("deflate"));
+    const headers = { "Content-Type": "application/wasm" };
+    const silent = () => {};
+    return new Promise((resolve, reject) => {
+        const instantiateWasm = (
+            imports: WebAssembly.Imports,
+            done: (instance: WebAssembly.Instance, module: WebAssembly.Module) => void,
+        ) => {
+            const response = new Response(stream, { headers });
+            const room = new Room(imports);
+            WebAssembly.instantiateStreaming(response, room.imports).then(
+                ({ instance, module }) => {
+                    room.take(instance);
+                    done(instance, module);
+                },
+                reject,
+            );
+        };
+        const locateFile = (name: string) => name;
+        init({ print: silent, printErr: silent, locateFile, instantiateWasm }).then(resolve, reject);
+    });
+}
+
+function read(occt: Occt, bytes: Uint8Array, title: string): string {
+    const path = "/part.stp";
+    occt.FS.writeFile(path, bytes);
+    const reader = new occt.STEPControl_Reader();
+    if (reader.ReadFile(path) !== occt.IFSelect_ReturnStatus.IFSelect_RetDone) {
+        throw new StepError(notStep);
+    }
+    occt.FS.unlink(path);
+    const roots = reader.NbRootsForTransfer();
+    for (let root = 1; root <= roots; ++root) {
+        answer({ doing: roots === 1 ? "reading the part" : `reading part ${root} of ${roots}` });
+        reader.TransferRoot(root);
+    }
+    const shape = reader.OneShape();
+    if (shape.IsNull()) {
+        throw new StepError(noPart);
+    }
+    answer({ doing: "finding faces and edges" });
+    const part = partOf(occt, shape);
+    if (part === undefined) {
+        throw new StepError(noPart);
+    }
+    return sceneText(title, part);
+}
+
+function wordsFor(problem: unknown): string {
+    if (problem instanceof StepError) {
+        return problem.message;
+    }
+    if (problem instanceof RangeError || /memory|bad_alloc|allocation/i.test(String(problem))) {
+        return "cannot be read: it needs more memory than there is";
+    }
+    return problem instanceof WebAssembly.RuntimeError
+        ? "cannot be read: it makes the reader crash"
+        : "cannot be read: its geometry is damaged";
+}
+
+async function work({ file, wasm }: Task): Promise<Answer> {
+    try {
+        if (file.size > mostBytes) {
+            throw new StepError("has more than 256 MiB");
+        }
+        answer({ doing: "opening" });
+        const bytes = new Uint8Array(await file.arrayBuffer());
+        const head = new TextDecoder("latin1").decode(bytes.subarray(0, 4096));
+        if (!head.includes("ISO-10303-21")) {
+            throw new StepError(notStep);
+        }
+        answer({ doing: "starting the reader" });
+        const occt = await started(wasm);
+        answer({ doing: "reading the file" });
+        return { scene: read(occt, bytes, file.name.replace(/\.[^.]*$/, "")) };
+    } catch (problem) {
+        return { wrong: wordsFor(problem) };
+    }
+}
+
+self.addEventListener("message", ({ data }: MessageEvent<Task>) => {
+    void work(data).then(answer);
+});
