@@ -177,15 +177,17 @@ story("the help sheet names every command that has a key", async (viewer) => {
 
 story("light and dark follow the system, and then the reader", async (viewer) => {
     const { page } = viewer;
-    const theme = () => page.evaluate(() => document.documentElement.dataset.theme);
-    assert.equal(await theme(), "light");
+    // The page hears of another system's colours a little later.
+    const turns = (theme) =>
+        page.waitForFunction((name) => document.documentElement.dataset.theme === name, theme);
+    await turns("light");
     await page.emulateMedia({ colorScheme: "dark" });
-    assert.equal(await theme(), "dark");
+    await turns("dark");
     await viewer.press("d");
-    assert.equal(await theme(), "light");
+    await turns("light");
     await page.reload();
     await page.waitForFunction(() => window.viewer !== undefined);
-    assert.equal(await theme(), "light");
+    await turns("light");
 });
 
 const axe = readFileSync(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
