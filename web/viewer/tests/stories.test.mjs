@@ -376,6 +376,25 @@ story("the view is turned, rolled, moved and zoomed by the mouse, and set by key
     near((await view()).up, [0, 0, 1]);
 });
 
+story("a window of another size shows all again, until the picture is moved", async (viewer) => {
+    const { page } = viewer;
+    const size = () => viewer.app(({ space }) => space.frame.unitsPerPixel);
+    const turned = (width) =>
+        viewer.until(`document.getElementById("canvas").clientWidth === viewer.app.space.frame.width &&
+            innerWidth === ${width}`);
+    const whole = await size();
+    await page.setViewportSize({ width: 1000, height: 700 });
+    await turned(1000);
+    assert.ok((await size()) < 0.8 * whole);
+    await page.mouse.move(300, 200);
+    await page.mouse.wheel(0, -300);
+    await viewer.rest();
+    const near = await size();
+    await page.setViewportSize({ width: 640, height: 400 });
+    await turned(640);
+    assert.equal(await size(), near);
+});
+
 story("text is dragged, also in front of the model, undone and done again", async (viewer) => {
     await viewer.look("top");
     await placeLength(viewer);

@@ -40,7 +40,13 @@ async function start(): Promise<void> {
         app.fail(`?scene=${asked}: there is no such sample; there are ${sampleNames.join(", ")}`);
     }
     app.commands.add(...fileCommands(), ...handingCommands(app));
-    app.commands.add(sectionCommand(new Sectioning(app)), valuesCommand(), ...keyboardCommands(app), themeCommand(stage), helpCommand(app.commands));
+    app.commands.add(
+        sectionCommand(new Sectioning(app)),
+        valuesCommand(),
+        ...keyboardCommands(app),
+        themeCommand(stage),
+        helpCommand(app.commands),
+    );
     new Values(app);
     if (own !== undefined && !isKnown) {
         new ReportPanel(app, own.report);

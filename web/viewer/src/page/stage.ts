@@ -94,6 +94,8 @@ export class Stage {
     readonly drawing = new Signal();
     /** A picture has been drawn, and can be copied from the canvas. */
     readonly drawn = new Signal();
+    /** The picture has another size. */
+    readonly resized = new Signal();
     /** The view has stopped, or was set: what depends on it is to be built again. */
     readonly stopped = new Signal();
     /** Milliseconds of script in the last frames, the rasteriser's among them. */
@@ -212,6 +214,7 @@ export class Stage {
         if (clientWidth > 0 && clientHeight > 0) {
             this.renderer_.setSize(clientWidth, clientHeight, false);
             this.camera.look({ width: clientWidth, height: clientHeight });
+            this.resized.emit();
             this.draw();
         }
     }

@@ -10,6 +10,10 @@ import { Shown } from "./shown.js";
 import { Signal } from "./signal.js";
 import type { Stage } from "./stage.js";
 
+function isSameButForSize(a: Frame, b: Frame): boolean {
+    return a.view === b.view && a.target === b.target && a.unitsPerPixel === b.unitsPerPixel;
+}
+
 export class Workspace {
     /** Another scene is about to be opened. */
     readonly opening = new Signal();
@@ -28,6 +32,8 @@ export class Workspace {
     /** Points that a fitted picture shows beside the part. */
     beside: () => Iterable<Vec> = () => [];
     private document_: Document;
+    /** The picture that shows all, until it is moved. */
+    private fitted_: Frame | undefined;
 
     /** A text and a name: the scene that is open first. `opened` does not tell of it. */
     constructor(
@@ -38,6 +44,11 @@ export class Workspace {
     ) {
         this.document_ = new Document(text_, library);
         this.show_();
+        stage.resized.listen(() => {
+            if (this.fitted_ !== undefined && isSameButForSize(this.fitted_, this.frame)) {
+                this.fit();
+            }
+        });
     }
 
     get document(): Document {
@@ -79,8 +90,7 @@ export class Workspace {
 
     /** Shows the part whole, with its annotations. */
     fit(): void {
-        const { part } = this.document_;
-        this.stage.camera.look(fitted(this.frame, part.outline(), this.beside()));
+        this.lookAt_(this.beside());
         this.stage.settle();
     }
 
@@ -122,10 +132,15 @@ export class Workspace {
 
     /** A view whose annotations are shown alone is shown with them. */
     private fit_(): void {
-        const { part, recipes } = this.document_;
+        const { recipes } = this.document_;
         const { current } = this.shown;
         const drawn = current === undefined ? [] : recipes.filter((recipe) => this.shown.has(recipe));
-        const points = drawn.flatMap((recipe) => outlineOf(this.drawing(recipe), this.view));
-        this.stage.camera.look(fitted(this.frame, part.outline(), points));
+        this.lookAt_(drawn.flatMap((recipe) => outlineOf(this.drawing(recipe), this.view)));
+    }
+
+    /** Shows the part whole, with what stands beside it. */
+    private lookAt_(beside: Iterable<Vec>): void {
+        this.stage.camera.look(fitted(this.frame, this.document_.part.outline(), beside));
+        this.fitted_ = this.frame;
     }
 }
