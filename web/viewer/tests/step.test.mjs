@@ -5,26 +5,17 @@ import { mkdtempSync, readFileSync, rmSync, statSync, writeFileSync } from "node
 import { tmpdir } from "node:os";
 import { after, test } from "node:test";
 import { root } from "../../tests/package.mjs";
-import { browser, Viewer } from "./page.mjs";
+import { Viewer } from "./page.mjs";
+import { story as told } from "./story.mjs";
 
 const folder = mkdtempSync(`${tmpdir()}/viewer-step-`);
-after(async () => {
-    rmSync(folder, { recursive: true });
-    await browser.close();
-});
+after(() => rmSync(folder, { recursive: true }));
 
 const partFile = (name) => `${root}tests/step/parts/${name}.stp`;
 const program = process.env.PMI_STEP ?? `${root}build/release/bin/pmi-step`;
 
-/** A story has a page of its own, and nothing may go wrong in it. */
-function story(name, tell, options = {}) {
-    test(name, async () => {
-        const viewer = await Viewer.open(options);
-        await tell(viewer);
-        assert.deepEqual(viewer.errors, []);
-        await viewer.close();
-    });
-}
+/** A story that begins with the page's own sample. */
+const story = (name, tell, options) => told(name, tell, { scene: undefined, ...options });
 
 const title = (viewer) => viewer.page.textContent("#title");
 

@@ -2,21 +2,8 @@
 import assert from "node:assert/strict";
 import { readFileSync } from "node:fs";
 import { createRequire } from "node:module";
-import { after, test } from "node:test";
-import { block } from "./block.mjs";
-import { browser, Viewer } from "./page.mjs";
-
-after(() => browser.close());
-
-/** A story has a page of its own, and nothing may go wrong in it. */
-function story(name, tell, options = {}) {
-    test(name, async () => {
-        const viewer = await Viewer.open({ scene: block, ...options });
-        await tell(viewer);
-        assert.deepEqual(viewer.errors, []);
-        await viewer.close();
-    });
-}
+import { test } from "node:test";
+import { story } from "./story.mjs";
 
 const press = async (viewer, ...keys) => {
     for (const key of keys) {

@@ -3,27 +3,15 @@ import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
 import { mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
 import { tmpdir } from "node:os";
-import { after, test } from "node:test";
+import { after } from "node:test";
 import { inflateSync } from "node:zlib";
 import { root } from "../../tests/package.mjs";
 import { block } from "./block.mjs";
-import { browser, Viewer } from "./page.mjs";
+import { browser } from "./page.mjs";
+import { story } from "./story.mjs";
 
 const folder = mkdtempSync(`${tmpdir()}/handing-`);
-after(async () => {
-    await browser.close();
-    rmSync(folder, { recursive: true });
-});
-
-/** A story has a page of its own, and nothing may go wrong in it. */
-function story(name, tell, options = {}) {
-    test(name, async () => {
-        const viewer = await Viewer.open({ scene: block, ...options });
-        await tell(viewer);
-        assert.deepEqual(viewer.errors, []);
-        await viewer.close();
-    });
-}
+after(() => rmSync(folder, { recursive: true }));
 
 async function measureHole(viewer) {
     const count = (await viewer.recipes()).length;

@@ -1,20 +1,7 @@
 // Stories of values as people read them.
 import assert from "node:assert/strict";
-import { after, test } from "node:test";
 import { block } from "./block.mjs";
-import { browser, Viewer } from "./page.mjs";
-
-after(() => browser.close());
-
-/** A story has a page of its own, and nothing may go wrong in it. */
-function story(name, tell, options = {}) {
-    test(name, async () => {
-        const viewer = await Viewer.open({ scene: block, ...options });
-        await tell(viewer);
-        assert.deepEqual(viewer.errors, []);
-        await viewer.close();
-    });
-}
+import { story } from "./story.mjs";
 
 async function measure(viewer, thing, place) {
     const count = (await viewer.recipes()).length;

@@ -3,12 +3,10 @@ import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
 import { mkdtempSync, rmSync, statSync, writeFileSync } from "node:fs";
 import { tmpdir } from "node:os";
-import { after, test } from "node:test";
 import { read, root } from "../../tests/package.mjs";
 import { block, length } from "./block.mjs";
-import { browser, file, Viewer } from "./page.mjs";
-
-after(() => browser.close());
+import { file } from "./page.mjs";
+import { story as told } from "./story.mjs";
 
 /** The 26 views along sums of the axes, each upright and rolled twice. */
 const views = [-1, 0, 1].flatMap((x) => [-1, 0, 1].flatMap((y) => [-1, 0, 1].flatMap((z) => {
@@ -22,20 +20,13 @@ const views = [-1, 0, 1].flatMap((x) => [-1, 0, 1].flatMap((y) => [-1, 0, 1].fla
     });
 })));
 
-/** A story has a page of its own, and nothing may go wrong in it. */
-function story(name, tell, options = {}) {
-    test(name, async () => {
-        const viewer = await Viewer.open({ scene: block, ...options });
+/** A story that has the views at hand. */
+function story(name, tell, options) {
+    const withViews = async (viewer) => {
         await viewer.page.evaluate((list) => void (window.viewer.views = list), views);
-        try {
-            await tell(viewer);
-            assert.deepEqual(viewer.errors, []);
-            const others = viewer.requests.filter((url) => !/^(file:.*index\.html|data:|blob:)/.test(url));
-            assert.deepEqual(others, []);
-        } finally {
-            await viewer.close();
-        }
-    });
+        await tell(viewer);
+    };
+    told(name, withViews, options);
 }
 
 /** What the host without a screen makes of a file. */
