@@ -16,7 +16,7 @@
 namespace web {
 void* takeForGood(std::size_t bytes) { return std::calloc(1, bytes); }
 void freeAll() {}
-Scope::Scope() : chunk_(nullptr), top_(nullptr) {}
+Scope::Scope() = default;
 Scope::~Scope() {
     static_cast<void>(chunk_);
     static_cast<void>(top_);

@@ -24,8 +24,8 @@ public:
     Scope& operator=(const Scope&) = delete;
 
 private:
-    void* chunk_;
-    std::byte* top_;
+    void* chunk_ = nullptr;
+    std::byte* top_ = nullptr;
 };
 
 /// Whether a scope's end is the end of all that was made in it; elsewhere than in the module, the

@@ -16,7 +16,7 @@ struct PackedCurve {
 };
 
 struct PackedLine {
-    std::uint32_t count;
+    std::uint32_t count{};
     ANK_PNT32 start;
     ANK_PNT32 end;
 };
@@ -28,16 +28,16 @@ struct PackedArc {
     ANK_PNT32 end;
     ANK_DIR32 originDirection;
     ANK_DIR32 axes[3];
-    float radii[2];
-    float parameter[2];
-    float domain[2];
+    float radii[2]{};
+    float parameter[2]{};
+    float domain[2]{};
 };
 
 struct PackedLeader {
-    int type;
-    int stub;
-    AnkTermTypeEnum terminator;
-    float size[2];
+    int type{};
+    int stub{};
+    AnkTermTypeEnum terminator{};
+    float size[2]{};
     ANK_PNT32 tip;
     ANK_DIR32 direction;
 };
@@ -45,25 +45,25 @@ struct PackedLeader {
 struct PackedText {
     ANK_PNT32 location;
     ANK_DIR32 axes[2];
-    float size[2];
-    float spacing;
-    int usage;
+    float size[2]{};
+    float spacing{};
+    int usage{};
 };
 
 struct PackedEnvelope {
-    int frame;
+    int frame{};
     ANK_RGBA32 background;
     ANK_RGBA32 frameColor;
-    AnkAnchorTypeEnum anchorType;
+    AnkAnchorTypeEnum anchorType{};
     ANK_PNT32 anchor;
 };
 
 struct PackedAnnotation {
     ANK_MTX32 plane;
-    int type;
-    std::uint32_t dim;
-    int display;
-    int screenParallel;
+    int type{};
+    std::uint32_t dim{};
+    int display{};
+    int screenParallel{};
 };
 
 // One overload for each kind of object.
@@ -230,7 +230,7 @@ void Words::add(std::wstring_view text) {
     auto* const first = reinterpret_cast<std::uint16_t*>(more(1 + text.size()) + 1);
     std::uint16_t* end = first;
     for (const wchar_t c : text) {
-        auto code = static_cast<std::uint32_t>(c);
+        auto code = static_cast<char32_t>(c);
         if (code >= 0x10000) {
             code -= 0x10000;
             *end++ = static_cast<std::uint16_t>(0xD800 + (code >> 10U));

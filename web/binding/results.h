@@ -51,7 +51,7 @@ private:
 
 /// A call that was made: its place in the table, and what it gave back.
 struct MadeCall {
-    std::size_t place;
+    std::size_t place = 0;
     host::CallResult result;
 };
 
