@@ -27,8 +27,10 @@ function segmentsOf({ lines, arcs }: ModelAnnotation): Float32Array {
     const segments = new Float32Array(6 * (straight + chords));
     let at = 0;
     for (const { points } of lines) {
-        for (let i = 3; i < points.length; i += 3, at += 6) {
-            segments.set(points.subarray(i - 3, i + 3), at);
+        for (let i = 3; i < points.length; i += 3) {
+            for (let k = i - 3; k < i + 3; ++k) {
+                segments[at++] = points[k]!;
+            }
         }
     }
     for (const through of rounds) {

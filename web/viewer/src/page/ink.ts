@@ -5,7 +5,9 @@ import {
     Color,
     DoubleSide,
     Group,
+    InstancedInterleavedBuffer,
     InstancedMesh,
+    InterleavedBufferAttribute,
     Mesh,
     MeshBasicMaterial,
     type Object3D,
@@ -39,6 +41,16 @@ function joined(parts: readonly Float32Array[]): Float32Array {
         at += part.length;
     }
     return all;
+}
+
+/** Without its bounds, which take long to find: nothing of it is culled. */
+function linesOf(segments: Float32Array): LineSegmentsGeometry {
+    const lines = new LineSegmentsGeometry();
+    const ends = new InstancedInterleavedBuffer(segments, 6, 1);
+    lines.setAttribute("instanceStart", new InterleavedBufferAttribute(ends, 3, 0));
+    lines.setAttribute("instanceEnd", new InterleavedBufferAttribute(ends, 3, 3));
+    lines.instanceCount = segments.length / 6;
+    return lines;
 }
 
 /** Of what the part hides. */
@@ -103,7 +115,7 @@ export class Ink {
         this.dispose_();
         const segments = joined(drawings.map((drawing) => drawing.segments));
         if (segments.length > 0) {
-            const lines = new LineSegmentsGeometry().setPositions(segments);
+            const lines = linesOf(segments);
             this.add_(new LineSegments2(lines, this.hiddenLines_), 1);
             this.add_(new LineSegments2(lines, this.lines_), 2);
         }
