@@ -490,7 +490,7 @@ TEST(StepPage, HoldsAnyTextAndNothingEndsItsScript) {
     const std::string name = "</script><b>\xc3\xa4";
     std::string part = contentOf(partFile("blank"));
     const std::size_t at = part.find("PRODUCT('") + std::string("PRODUCT('").size();
-    const std::size_t second = part.find("'", part.find("','", at) + 3);
+    const std::size_t second = part.find('\'', part.find("','", at) + 3);
     part.replace(at, second - at, "id','" + name);
     const fs::path file = kDrawn / "inputs" / "named.stp";
     write(file, part);
