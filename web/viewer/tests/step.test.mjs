@@ -127,6 +127,41 @@ story("reading is given up by a key, by the button, and by another part", async 
     await isOver();
 });
 
+story("the reader starts when a file is dragged in, compiles once, and goes with a scene", async (viewer) => {
+    const drag = (kind, name, type) =>
+        viewer.page.evaluate(
+            ([event, content, called, media]) => {
+                const dataTransfer = new DataTransfer();
+                dataTransfer.items.add(new File([content], called, { type: media }));
+                window.dispatchEvent(new DragEvent(event, { dataTransfer, cancelable: true }));
+            },
+            [kind, readFileSync(partFile("blank"), "utf8"), name, type],
+        );
+    const loaded = () => viewer.requests.filter((url) => url.endsWith("occt.js")).length;
+    const reach = async (workers) => {
+        for (let waited = 0; viewer.page.workers().length !== workers; ++waited) {
+            assert.ok(waited < 200, `${viewer.page.workers().length} workers`);
+            await new Promise((resolve) => setTimeout(resolve, 50));
+        }
+    };
+    await drag("dragover", "scene.json", "application/json");
+    assert.equal(loaded(), 0);
+    await drag("dragover", "blank.stp", "");
+    await drag("dragover", "blank.stp", "");
+    await reach(1);
+    await viewer.page.selectOption("#samples", "flange");
+    await reach(0);
+    await drag("dragover", "blank.stp", "");
+    await reach(1);
+    await drag("drop", "blank.stp", "");
+    await viewer.until(() => /^blank/.test(document.title));
+    await reach(0);
+    const before = loaded();
+    await viewer.chooseFile(partFile("pin"));
+    assert.equal(await title(viewer), "pin");
+    assert.equal(loaded(), before);
+});
+
 story("what is no part is one line, and the part that was open stays", async (viewer) => {
     const before = await title(viewer);
     const plate = readFileSync(partFile("plate"), "utf8");

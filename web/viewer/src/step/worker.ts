@@ -3,14 +3,15 @@ import init from "replicad-opencascadejs";
 import { sceneText } from "./scene.js";
 import { type Occt, partOf } from "./shape.js";
 
-/** What the page sends: the file, and OCCT's module in base64, deflated. */
-export interface Task {
-    readonly file: File;
-    readonly wasm: string;
-}
+/** What the page sends: OCCT's module, compiled or in base64 and deflated, and then the file. */
+export type Task = { readonly wasm: string | WebAssembly.Module } | { readonly file: File };
 
-/** What it gets: what is being done, and at last a scene's text or what is wrong. */
-export type Answer = { doing: string } | { scene: string } | { wrong: string };
+/** What it gets: the compiled module, what is being done, and at last a scene's text or what is wrong. */
+export type Answer =
+    | { module: WebAssembly.Module }
+    | { doing: string }
+    | { scene: string }
+    | { wrong: string };
 
 /** What is wrong with a file, in one line. */
 class StepError extends Error {}
@@ -64,30 +65,33 @@ class Room {
     }
 }
 
+/** Bytes of their text in base64. */
+function bytesOf(text: string): Uint8Array<ArrayBuffer> {
+    const { fromBase64 } = Uint8Array as { fromBase64?: (text: string) => Uint8Array<ArrayBuffer> };
+    return fromBase64?.(text) ?? Uint8Array.from(atob(text), (c) => c.charCodeAt(0));
+}
+
 /** The module is compiled while it is inflated. */
-async function started(packed: string): Promise<Occt> {
-    const text = atob(packed);
-    const bytes = new Uint8Array(text.length);
-    for (let i = 0; i < text.length; ++i) {
-        bytes[i] = text.charCodeAt(i);
-    }
-    const stream = new Blob([bytes]).stream().pipeThrough(new DecompressionStream("deflate"));
+function compiled(packed: string): Promise<WebAssembly.Module> {
+    const stream = new Response(bytesOf(packed)).body!.pipeThrough(new DecompressionStream("deflate"));
     const headers = { "Content-Type": "application/wasm" };
+    return WebAssembly.compileStreaming(new Response(stream, { headers }));
+}
+
+async function started(wasm: string | WebAssembly.Module): Promise<Occt> {
+    const module = typeof wasm === "string" ? await compiled(wasm) : wasm;
+    answer({ module });
     const silent = () => {};
     return new Promise((resolve, reject) => {
         const instantiateWasm = (
             imports: WebAssembly.Imports,
             done: (instance: WebAssembly.Instance, module: WebAssembly.Module) => void,
         ) => {
-            const response = new Response(stream, { headers });
             const room = new Room(imports);
-            WebAssembly.instantiateStreaming(response, room.imports).then(
-                ({ instance, module }) => {
-                    room.take(instance);
-                    done(instance, module);
-                },
-                reject,
-            );
+            WebAssembly.instantiate(module, room.imports).then((instance) => {
+                room.take(instance);
+                done(instance, module);
+            }, reject);
         };
         const locateFile = (name: string) => name;
         init({ print: silent, printErr: silent, locateFile, instantiateWasm }).then(resolve, reject);
@@ -131,19 +135,18 @@ function wordsFor(problem: unknown): string {
         : "cannot be read: its geometry is damaged";
 }
 
-async function work({ file, wasm }: Task): Promise<Answer> {
+/** A file's scene, or what is wrong with it. */
+async function work(file: File, starting: Promise<Occt>): Promise<Answer> {
     try {
         if (file.size > mostBytes) {
             throw new StepError("has more than 256 MiB");
         }
-        answer({ doing: "opening" });
         const bytes = new Uint8Array(await file.arrayBuffer());
         const head = new TextDecoder("latin1").decode(bytes.subarray(0, 4096));
         if (!head.includes("ISO-10303-21")) {
             throw new StepError(notStep);
         }
-        answer({ doing: "starting the reader" });
-        const occt = await started(wasm);
+        const occt = await starting;
         answer({ doing: "reading the file" });
         return { scene: read(occt, bytes, file.name.replace(/\.[^.]*$/, "")) };
     } catch (problem) {
@@ -151,6 +154,14 @@ async function work({ file, wasm }: Task): Promise<Answer> {
     }
 }
 
+let starting: Promise<Occt>;
+
 self.addEventListener("message", ({ data }: MessageEvent<Task>) => {
-    void work(data).then(answer);
+    if ("wasm" in data) {
+        starting = started(data.wasm);
+        // It is told of with the file.
+        starting.catch(() => {});
+    } else {
+        void work(data.file, starting).then(answer);
+    }
 });
