@@ -169,12 +169,17 @@ story("what is no part is one line, and the part that was open stays", async (vi
     const curve = "DEFINITIONAL_REPRESENTATION('',(#172),#176);";
     assert.ok(pin.includes(curve));
     const astray = "DEFINITIONAL_REPRESENTATION('',));\n#150 = ( GEOMETRIC_REPRE(#172),#176);";
+    const blank = readFileSync(partFile("blank"), "utf8");
+    const inItself = blank.replace("#26 = SURFACE_CURVE('',#27", "#26 = SURFACE_CURVE('',#26");
+    assert.notEqual(inItself, blank);
     const header = "ISO-10303-21;\nHEADER;\nENDSEC;\nDATA;\nENDSEC;\nEND-ISO-10303-21;\n";
     const cases = [
         ["Dear reader,\nthis is no part.\n", /^broken\.stp: is not a STEP file that can be read$/],
         [plate.slice(0, 4000), /^broken\.stp: is not a STEP file that can be read$/],
         // OCCT follows it out of its memory.
         [pin.replace(curve, astray), /^broken\.stp: cannot be read: it makes the reader crash$/],
+        // A curve that is its own curve is followed until the stack ends.
+        [inItself, /^broken\.stp: cannot be read: it makes the reader crash$/],
         [header, /^broken\.stp: (is not a STEP file|holds no part) that can be read$/],
     ];
     for (const [text, message] of cases) {

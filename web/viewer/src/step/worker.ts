@@ -127,10 +127,11 @@ function wordsFor(problem: unknown): string {
     if (problem instanceof StepError) {
         return problem.message;
     }
-    if (problem instanceof RangeError || /memory|bad_alloc|allocation/i.test(String(problem))) {
+    if (/memory|bad_alloc|allocation/i.test(String(problem))) {
         return "cannot be read: it needs more memory than there is";
     }
-    return problem instanceof WebAssembly.RuntimeError
+    // A part that holds itself is followed until the stack ends.
+    return problem instanceof WebAssembly.RuntimeError || problem instanceof RangeError
         ? "cannot be read: it makes the reader crash"
         : "cannot be read: its geometry is damaged";
 }
