@@ -98,7 +98,9 @@ async function started(wasm: string | WebAssembly.Module): Promise<Occt> {
     });
 }
 
-function read(occt: Occt, bytes: Uint8Array, title: string): string {
+/** Makes a file's scene, and tells before each step what it does. */
+function* reading(occt: Occt, bytes: Uint8Array, title: string): Generator<string, string, void> {
+    yield "reading the file";
     const path = "/part.stp";
     occt.FS.writeFile(path, bytes);
     const reader = new occt.STEPControl_Reader();
@@ -108,19 +110,52 @@ function read(occt: Occt, bytes: Uint8Array, title: string): string {
     occt.FS.unlink(path);
     const roots = reader.NbRootsForTransfer();
     for (let root = 1; root <= roots; ++root) {
-        answer({ doing: roots === 1 ? "reading the part" : `reading part ${root} of ${roots}` });
+        yield roots === 1 ? "reading the part" : `reading part ${root} of ${roots}`;
         reader.TransferRoot(root);
     }
     const shape = reader.OneShape();
     if (shape.IsNull()) {
         throw new StepError(noPart);
     }
-    answer({ doing: "finding faces and edges" });
+    yield "finding faces and edges";
     const part = partOf(occt, shape);
     if (part === undefined) {
         throw new StepError(noPart);
     }
     return sceneText(title, part);
+}
+
+function read(occt: Occt, bytes: Uint8Array, title: string): string {
+    const steps = reading(occt, bytes, title);
+    for (;;) {
+        const { done, value } = steps.next();
+        if (done) {
+            return value;
+        }
+        answer({ doing: value });
+    }
+}
+
+/** Whether the file has come. */
+let isAsked = false;
+
+/** Reads a small part meanwhile: code is compiled when it first runs. The file need not wait for it. */
+async function rehearse(occt: Occt): Promise<void> {
+    const path = "/rehearsal.stp";
+    const pause = () => new Promise((resolve) => setTimeout(resolve));
+    await pause();
+    if (isAsked) {
+        return;
+    }
+    const pin = new occt.BRepPrimAPI_MakeCylinder(1, 1).Shape();
+    const asItIs = occt.STEPControl_StepModelType.STEPControl_AsIs;
+    const writer = new occt.STEPControl_Writer();
+    writer.Transfer(pin, asItIs, true, new occt.Message_ProgressRange());
+    writer.Write(path);
+    const steps = reading(occt, occt.FS.readFile(path) as Uint8Array, "");
+    do {
+        await pause();
+    } while (!isAsked && !steps.next().done);
 }
 
 function wordsFor(problem: unknown): string {
@@ -148,7 +183,6 @@ async function work(file: File, starting: Promise<Occt>): Promise<Answer> {
             throw new StepError(notStep);
         }
         const occt = await starting;
-        answer({ doing: "reading the file" });
         return { scene: read(occt, bytes, file.name.replace(/\.[^.]*$/, "")) };
     } catch (problem) {
         return { wrong: wordsFor(problem) };
@@ -160,9 +194,10 @@ let starting: Promise<Occt>;
 self.addEventListener("message", ({ data }: MessageEvent<Task>) => {
     if ("wasm" in data) {
         starting = started(data.wasm);
-        // It is told of with the file.
-        starting.catch(() => {});
+        // What is wrong is told with the file.
+        starting.then(rehearse).catch(() => {});
     } else {
+        isAsked = true;
         void work(data.file, starting).then(answer);
     }
 });
