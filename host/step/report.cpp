@@ -58,7 +58,8 @@ std::string padded(std::string text, std::size_t width) {
         static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
             return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
         }));
-    text.append(width > length ? width - length : 0, ' ');
+    // What is wider than its column still ends before the next one.
+    text.append(width > length ? width - length : 2, ' ');
     return text;
 }
 

@@ -127,6 +127,41 @@ story("reading is given up by a key, by the button, and by another part", async 
     await isOver();
 });
 
+story("the reader starts when a file is dragged in, compiles once, and goes with a scene", async (viewer) => {
+    const drag = (kind, name, type) =>
+        viewer.page.evaluate(
+            ([event, content, called, media]) => {
+                const dataTransfer = new DataTransfer();
+                dataTransfer.items.add(new File([content], called, { type: media }));
+                window.dispatchEvent(new DragEvent(event, { dataTransfer, cancelable: true }));
+            },
+            [kind, readFileSync(partFile("blank"), "utf8"), name, type],
+        );
+    const loaded = () => viewer.requests.filter((url) => url.endsWith("occt.js")).length;
+    const reach = async (workers) => {
+        for (let waited = 0; viewer.page.workers().length !== workers; ++waited) {
+            assert.ok(waited < 200, `${viewer.page.workers().length} workers`);
+            await new Promise((resolve) => setTimeout(resolve, 50));
+        }
+    };
+    await drag("dragover", "scene.json", "application/json");
+    assert.equal(loaded(), 0);
+    await drag("dragover", "blank.stp", "");
+    await drag("dragover", "blank.stp", "");
+    await reach(1);
+    await viewer.page.selectOption("#samples", "flange");
+    await reach(0);
+    await drag("dragover", "blank.stp", "");
+    await reach(1);
+    await drag("drop", "blank.stp", "");
+    await viewer.until(() => /^blank/.test(document.title));
+    await reach(0);
+    const before = loaded();
+    await viewer.chooseFile(partFile("pin"));
+    assert.equal(await title(viewer), "pin");
+    assert.equal(loaded(), before);
+});
+
 story("what is no part is one line, and the part that was open stays", async (viewer) => {
     const before = await title(viewer);
     const plate = readFileSync(partFile("plate"), "utf8");
@@ -134,12 +169,20 @@ story("what is no part is one line, and the part that was open stays", async (vi
     const curve = "DEFINITIONAL_REPRESENTATION('',(#172),#176);";
     assert.ok(pin.includes(curve));
     const astray = "DEFINITIONAL_REPRESENTATION('',));\n#150 = ( GEOMETRIC_REPRE(#172),#176);";
+    const blank = readFileSync(partFile("blank"), "utf8");
+    const inItself = blank.replace("#26 = SURFACE_CURVE('',#27", "#26 = SURFACE_CURVE('',#26");
+    const endless = blank.replace("#25 = CARTESIAN_POINT('',(0.,0.,10.))", "#25 = CARTESIAN_POINT('',(0.,0.,9.9E12))");
+    assert.ok(inItself !== blank && endless !== blank);
     const header = "ISO-10303-21;\nHEADER;\nENDSEC;\nDATA;\nENDSEC;\nEND-ISO-10303-21;\n";
     const cases = [
         ["Dear reader,\nthis is no part.\n", /^broken\.stp: is not a STEP file that can be read$/],
         [plate.slice(0, 4000), /^broken\.stp: is not a STEP file that can be read$/],
         // OCCT follows it out of its memory.
         [pin.replace(curve, astray), /^broken\.stp: cannot be read: it makes the reader crash$/],
+        // A curve that is its own curve is followed until the stack ends.
+        [inItself, /^broken\.stp: cannot be read: it makes the reader crash$/],
+        // No scene reaches so far.
+        [endless, /^broken\.stp: cannot be read: its geometry is damaged$/],
         [header, /^broken\.stp: (is not a STEP file|holds no part) that can be read$/],
     ];
     for (const [text, message] of cases) {

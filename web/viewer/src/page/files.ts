@@ -14,9 +14,11 @@ export async function sampleText(name: string): Promise<string> {
     return inflated(samples[name]!).text();
 }
 
+/** Whether what is dragged over the page may be a STEP file: its name is not told before it is dropped. */
+const mayBeStep = ({ kind, type }: DataTransferItem) => kind === "file" && type !== "application/json";
+
 /** Scenes, and STEP files. */
-function opener(app: App): (file: File | undefined) => Promise<void> {
-    const step = new StepOpening(app);
+function opener(app: App, step: StepOpening): (file: File | undefined) => Promise<void> {
     return async (file) => {
         if (file !== undefined && isStep(file)) {
             await step.open(file);
@@ -57,8 +59,10 @@ function showSamples(app: App): void {
 /** Opens files by the file dialogue, by drag and drop, and samples by their names. */
 export function listenToFiles(app: App): void {
     showSamples(app);
-    const openFile = opener(app);
+    const step = new StepOpening(app);
+    const openFile = opener(app, step);
     const input = element<HTMLInputElement>("file");
+    input.addEventListener("click", () => step.prepare());
     input.addEventListener("change", () => {
         const [file] = input.files ?? [];
         input.value = "";
@@ -68,6 +72,9 @@ export function listenToFiles(app: App): void {
     window.addEventListener("dragover", (event) => {
         event.preventDefault();
         stage.classList.add("dropping");
+        if ([...(event.dataTransfer?.items ?? [])].some(mayBeStep)) {
+            step.prepare();
+        }
     });
     window.addEventListener("dragleave", (event) => {
         if (event.relatedTarget === null) {

@@ -1,10 +1,11 @@
 // The STEP file that is being read: what is said of it, and how it is given up.
 import type { App } from "../page/app.js";
 import { element } from "../page/dom.js";
-import { readStep } from "./open.js";
+import { StepReader } from "./open.js";
 
 export class StepOpening {
     private running_: AbortController | undefined;
+    private readonly reader_ = new StepReader();
     private readonly box_ = element("progress");
     private readonly doing_ = element("doing");
 
@@ -19,7 +20,15 @@ export class StepOpening {
             },
             { capture: true },
         );
-        app_.space.opened.listen(() => this.cancel());
+        app_.space.opened.listen(() => {
+            this.cancel();
+            void this.reader_.dismiss();
+        });
+    }
+
+    /** A STEP file may be opened soon. */
+    prepare(): void {
+        this.reader_.prepare();
     }
 
     /** Reads a file, and opens its part. What is read already is given up. */
@@ -36,7 +45,7 @@ export class StepOpening {
         const clock = setInterval(say, 1000);
         this.box_.hidden = false;
         try {
-            const scene = await readStep(
+            const scene = await this.reader_.read(
                 file,
                 (doing) => {
                     what = doing;

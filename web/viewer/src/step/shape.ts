@@ -113,7 +113,10 @@ function measured(occt: Occt, edge: TopoDS_Edge, chord: number): SceneEdge | Vec
     return Array.from({ length: points.NbPoints() }, (_, i) => vector(points.Value(i + 1)));
 }
 
-const isFinitePoint = (p: Vec) => p.every((x) => Math.abs(x) <= 1e8);
+/** How far from the origin a scene's points may lie. */
+const farthest = 1e8;
+const isNear = (x: number) => Math.abs(x) <= farthest;
+const isFinitePoint = (p: Vec) => p.every(isNear);
 
 /** What a scene takes: the rest of a damaged part does without. */
 function isSound(edge: SceneEdge): boolean {
@@ -121,10 +124,13 @@ function isSound(edge: SceneEdge): boolean {
         return isFinitePoint(edge.start) && isFinitePoint(edge.end);
     }
     const ends = edge.start === undefined ? [] : [edge.start, edge.end!];
-    return edge.radius > 0 && edge.radius <= 1e8 && [edge.centre, ...ends].every(isFinitePoint);
+    return edge.radius > 0 && isNear(edge.radius) && [edge.centre, ...ends].every(isFinitePoint);
 }
 
-/** @returns nothing where the shape has no faces and no edges */
+/**
+ * @returns nothing where the shape has no faces and no edges
+ * @throws Error where a face reaches further than a scene does
+ */
 export function partOf(occt: Occt, shape: TopoDS_Shape): Part | undefined {
     const box = new occt.Bnd_Box();
     occt.BRepBndLib.Add(shape, box, false);
@@ -146,6 +152,9 @@ export function partOf(occt: Occt, shape: TopoDS_Shape): Part | undefined {
     // What has been computed since may have moved the memory.
     const { buffer } = occt.wasmMemory;
     const vertices = new Float32Array(buffer, data.getVerticesPtr(), data.getVerticesSize());
+    if (!vertices.every(isNear)) {
+        throw new Error("a face without end");
+    }
     const triangles = new Uint32Array(buffer, data.getTrianglesPtr(), data.getTrianglesSize());
     const groups = new Int32Array(buffer, data.getFaceGroupsPtr(), data.getFaceGroupsSize());
     // Start, count and hash of each face, counted in indices.
