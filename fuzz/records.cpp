@@ -1,8 +1,8 @@
 // Records of a STEP file, as a damaged one may give them: every dimension has a fate, and every
 // view is a scene that the host takes. Damaged bytes on the pipe are refused.
 #include "host/scene/build.h"
-#include "host/step/report.h"
-#include "host/step/write.h"
+#include "host/step/write/report.h"
+#include "host/step/write/write.h"
 #include "target.h"
 
 namespace {

@@ -13,11 +13,11 @@
 
 #include "host/drawing/draw.h"
 #include "host/output/json.h"
-#include "host/step/livepage.h"
 #include "host/step/modelprocess.h"
-#include "host/step/page.h"
-#include "host/step/report.h"
-#include "host/step/write.h"
+#include "host/step/write/livepage.h"
+#include "host/step/write/page.h"
+#include "host/step/write/report.h"
+#include "host/step/write/write.h"
 #include "host/system/console.h"
 #include "host/system/files.h"
 

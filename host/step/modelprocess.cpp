@@ -17,7 +17,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "host/step/read.h"
+#include "host/step/read/read.h"
 
 namespace host::step {
 namespace {

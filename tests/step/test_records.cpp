@@ -5,10 +5,10 @@
 
 #include <gtest/gtest.h>
 
-#include "host/step/derive.h"
+#include "host/step/derive/derive.h"
 #include "host/step/records.h"
-#include "host/step/report.h"
 #include "host/step/text.h"
+#include "host/step/write/report.h"
 
 namespace host::step {
 namespace {
