@@ -48,7 +48,7 @@ void enterChunk(Chunk** place, std::size_t room) {
     top = current->begin();
 }
 
-[[gnu::returns_nonnull]] void* allocate(std::size_t size) {
+void* allocate(std::size_t size) {
     // Sizes from half the memory upwards would overflow.
     if (size > SIZE_MAX / 2) {
         outOfMemory();
