@@ -30,13 +30,12 @@ constexpr int kNoArcLength = -920;
 constexpr int kTooPrecise = -973;
 constexpr int kNoMemoryForFormat = -976;
 
-/// A copy of a text as a caller receives it, in `size` bytes; null out of memory.
-char* copyOf(const ShortText& text, std::size_t size) {
-    char* copy = new (std::nothrow) char[size];
-    if (copy != nullptr) {
-        std::memcpy(copy, text.c_str(), text.size() + 1);
+/// Copies a text into the buffer that a caller receives, unless that is null.
+char* copyInto(char* buffer, const ShortText& text) {
+    if (buffer != nullptr) {
+        std::memcpy(buffer, text.c_str(), text.size() + 1);
     }
-    return copy;
+    return buffer;
 }
 
 /// Hands a formatted value to the caller in a full working buffer.
@@ -44,7 +43,7 @@ int handOut(const std::optional<ShortText>& written, char** text) {
     if (!written) {
         return kTooPrecise;
     }
-    char* copy = copyOf(*written, ShortText::kCapacity);
+    char* copy = copyInto(new (std::nothrow) char[ShortText::kCapacity], *written);
     if (copy == nullptr) {
         return kNoMemoryForFormat;
     }
@@ -90,7 +89,7 @@ int CDimSymUitity::ValToStr(const double& value, int* length, char** text) {
         return kNegativeLength;
     }
     const ShortText written = lengthText(value);
-    char* copy = copyOf(written, written.size() + 1);
+    char* copy = copyInto(new (std::nothrow) char[written.size() + 1], written);
     if (copy == nullptr) {
         return kNoMemoryForLength;
     }
@@ -101,12 +100,8 @@ int CDimSymUitity::ValToStr(const double& value, int* length, char** text) {
 
 int CDimSymUitity::AngValToStr(double angle, int* length, char** text) {
     const ShortText written = angleText(angle);
-    char* copy = copyOf(written, ShortText::kCapacity);
-    if (copy == nullptr) {
-        throw std::bad_alloc();
-    }
+    *text = copyInto(new char[ShortText::kCapacity], written);
     *length = static_cast<int>(written.size());
-    *text = copy;
     return 0;
 }
 
