@@ -84,7 +84,7 @@ export class Drawer {
     }
 
     /** The next three numbers, as a direction in the model. */
-    private direction_(): Vector {
+    private direction_(): [number, number, number] {
         const floats = this.floats_;
         const m = this.plane_;
         const at = (this.at_ += 3);
@@ -101,7 +101,10 @@ export class Drawer {
     private point_(): Vector {
         const d = this.direction_();
         const m = this.plane_;
-        return [d[0] + m[12]!, d[1] + m[13]!, d[2] + m[14]!];
+        d[0] += m[12]!;
+        d[1] += m[13]!;
+        d[2] += m[14]!;
+        return d;
     }
 
     private text_(): string {

@@ -40,14 +40,17 @@ class Run {
     }
 
     add(v: Vec): void {
-        if (this.end_ + 3 > this.numbers_.length) {
-            this.move_();
-        }
-        const { numbers_: numbers, end_: end } = this;
-        numbers[end] = v[0];
-        numbers[end + 1] = v[1];
-        numbers[end + 2] = v[2];
-        this.end_ = end + 3;
+        this.addOne_(v[0]);
+        this.addOne_(v[1]);
+        this.addOne_(v[2]);
+    }
+
+    /** A column of a matrix. */
+    addColumn(v: Vec, factor: number, last: number): void {
+        this.addOne_(factor * v[0]);
+        this.addOne_(factor * v[1]);
+        this.addOne_(factor * v[2]);
+        this.addOne_(last);
     }
 
     /** What was written since the last time. */
@@ -57,23 +60,30 @@ class Run {
         return taken;
     }
 
+    private addOne_(x: number): void {
+        if (this.end_ === this.numbers_.length) {
+            this.move_();
+        }
+        this.numbers_[this.end_++] = x;
+    }
+
     /** Goes on elsewhere, with what was not taken. */
     private move_(): void {
         const rest = this.take();
-        this.numbers_ = new Float32Array(Math.max(2 * this.numbers_.length, 2 * rest.length, 48));
+        this.numbers_ = new Float32Array(2 * this.numbers_.length);
         this.numbers_.set(rest);
         this.start_ = 0;
         this.end_ = rest.length;
     }
 }
 
-/** Of most annotations, numbers of segments. */
-const usual = 40;
+/** How many numbers most annotations have of segments, and of heads. */
+const usual = { segments: 40, heads: 32 } as const;
 
 /** Draws one annotation after the other. */
 class Draughtsman implements Pen {
     private readonly segments_: Run;
-    private heads_: number[] = [];
+    private readonly heads_: Run;
     private blocks_: { readonly texts: readonly DrawnText[]; readonly isFramed: boolean }[] = [];
 
     constructor(
@@ -81,7 +91,8 @@ class Draughtsman implements Pen {
         count: number,
         private readonly glyphs_: Glyphs,
     ) {
-        this.segments_ = new Run(usual * count);
+        this.segments_ = new Run(usual.segments * Math.max(1, count));
+        this.heads_ = new Run(usual.heads * Math.max(1, count));
     }
 
     line(from: Vec, to: Vec): void {
@@ -98,14 +109,10 @@ class Draughtsman implements Pen {
 
     arrow(tip: Vec, direction: Vec, length: number, width: number): void {
         const u = anySquare(direction);
-        const v = cross(direction, u);
-        const [d, w] = [length, width / 2];
-        this.heads_.push(
-            d * direction[0], d * direction[1], d * direction[2], 0,
-            w * u[0], w * u[1], w * u[2], 0,
-            w * v[0], w * v[1], w * v[2], 0,
-            tip[0], tip[1], tip[2], 1,
-        );
+        this.heads_.addColumn(direction, length, 0);
+        this.heads_.addColumn(u, width / 2, 0);
+        this.heads_.addColumn(cross(direction, u), width / 2, 0);
+        this.heads_.addColumn(tip, 1, 1);
     }
 
     block(texts: readonly DrawnText[], isFramed: boolean): void {
@@ -113,10 +120,9 @@ class Draughtsman implements Pen {
     }
 
     draw(index: number): Drawing {
-        this.heads_ = [];
         this.blocks_ = [];
         const { plane: m, display, screenParallel } = this.drawer_.draw(index, this);
-        const segments = this.segments_.take();
+        const [segments, heads] = [this.segments_.take(), this.heads_.take()];
         const labels = display ? this.labels_(screenParallel) : [];
         const [label] = labels;
         const axes: TextAxes =
@@ -124,7 +130,7 @@ class Draughtsman implements Pen {
                 ? { x: [m[0]!, m[1]!, m[2]!], y: [m[4]!, m[5]!, m[6]!] }
                 : label;
         const text = display ? this.text_() : "";
-        const drawing = { segments, heads: new Float32Array(this.heads_), labels, text, axes };
+        const drawing = { segments, heads, labels, text, axes };
         return display ? drawing : unseen(drawing);
     }
 
