@@ -4,6 +4,7 @@ import type { Plane } from "../rules/planes.js";
 import { placeOn } from "../rules/place.js";
 import type { Vec } from "../rules/vec.js";
 import { fitted, type Frame, fromScreen, type View } from "../rules/view.js";
+import { exactly, type Spoken } from "../rules/words.js";
 import { Document } from "./document.js";
 import { type Drawing, outlineOf } from "./drawing.js";
 import { Shown } from "./shown.js";
@@ -29,6 +30,8 @@ export class Workspace {
     mouse: readonly [number, number] = [0, 0];
     /** How new annotations are written. */
     dress: (recipe: Recipe) => Recipe = (recipe) => recipe;
+    /** How values are said. */
+    spoken: Spoken = exactly;
     /** Points that a fitted picture shows beside the part. */
     beside: () => Iterable<Vec> = () => [];
     private document_: Document;

@@ -111,6 +111,12 @@ function linesOf(recipe: Recipe): readonly string[] {
     return label === undefined ? ["{}"] : typeof label === "string" ? [label] : label;
 }
 
+/** The line of a label that writes nothing but a value, in a unit. */
+export function labelOf({ unit, places }: Measure): string {
+    const { field, mark } = units[unit];
+    return `{${field(places ?? 0)}}${mark}`;
+}
+
 /** How a line of a label writes the value; undefined where its field is none that there is. */
 function readFormat(text: string, subject: Subject): Format | undefined {
     const [, before = "", field = "", behind = ""] = firstField.exec(text) ?? [];
