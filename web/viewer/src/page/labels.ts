@@ -42,8 +42,13 @@ const middle = 0.36;
 export function labelsOf(texts: readonly DrawnText[], toScreen: boolean, atlas: Glyphs): Label[] {
     return texts.map(({ text, location, xAxis, yAxis, width: ofCharacters, height }) => {
         const em = ofCharacters > 0 ? ofCharacters : height;
-        const glyphs = Array.from(text, (character) => atlas.of(character));
-        const width = em * glyphs.reduce((sum, { advance }) => sum + advance, 0);
+        const glyphs: Glyph[] = [];
+        let width = 0;
+        for (const character of text) {
+            const glyph = atlas.of(character);
+            glyphs.push(glyph);
+            width += em * glyph.advance;
+        }
         if (toScreen) {
             const first = texts[0]!.location;
             // Lines run downwards, whichever way the plane's axes lie.
