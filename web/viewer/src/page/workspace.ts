@@ -34,6 +34,8 @@ export class Workspace {
     spoken: Spoken = exactly;
     /** Points that a fitted picture shows beside the part. */
     beside: () => Iterable<Vec> = () => [];
+    /** The height at the top of the picture that a fitted part leaves to what lies there, in pixels. */
+    strip: () => number = () => 0;
     private document_: Document;
     /** The picture that shows all, until it is moved. */
     private fitted_: Frame | undefined;
@@ -143,7 +145,7 @@ export class Workspace {
 
     /** Shows the part whole, with what stands beside it. */
     private lookAt_(beside: Iterable<Vec>): void {
-        this.stage.camera.look(fitted(this.frame, this.document_.part.outline(), beside));
+        this.stage.camera.look(fitted(this.frame, this.document_.part.outline(), beside, this.strip()));
         this.fitted_ = this.frame;
     }
 }
