@@ -5,6 +5,8 @@ import { load } from "../../dorvale/dist/node.js";
 
 const rule = (name) => import(`../../../build/viewer/rules/${name}.js`);
 const { formatOf, inUnit, withFormat, withMeasure, commonMeasure } = await rule("formats");
+const { spokenIn } = await rule("spoken");
+const { described } = await rule("words");
 const { heightOf, withHeight, withArrow, withFrame, isFramed } = await rule("styles");
 const library = await load();
 
@@ -79,4 +81,27 @@ test("text height, arrow heads and frames are set and taken back", () => {
     assert.equal(withHeight(length, 8).finish.gap, 2.8);
     const [leader] = library.build(withArrow(length, 7), "top").leaders;
     assert.equal(leader.arrow.length, 7);
+});
+
+test("what is pointed at is said as its dimension writes it, exactly where that is as usual", () => {
+    const edge = { kind: "line", start: [-10, 0, 0], end: [790.125, 0, 0] };
+    const corner = { kind: "vertex", at: [-25.4, 0, -1e-9] };
+    const arc = { kind: "arc", centre: [0, 0, 0], normal: [0, 0, 1], radius: 25.4, start: [25.4, 0, 0] };
+    const turned = (degrees) => {
+        const t = (Math.PI * degrees) / 180;
+        return { ...arc, end: [25.4 * Math.cos(t), 25.4 * Math.sin(t), 0] };
+    };
+    const cases = [
+        ["mm", null, "deg", null, "Edge, length 800.125 mm", "Vertex (-25.4, 0, 0)", "Arc, radius 25.4 mm, 180.5°, length 80.01811 mm"],
+        ["mm", 1, "deg", 0, "Edge, length 800.1 mm", "Vertex (-25.4, 0.0, 0.0)", "Arc, radius 25.4 mm, 181°, length 80.0 mm"],
+        ["in", 3, "dms", null, 'Edge, length 31.501"', 'Vertex (-1.000", 0.000", 0.000")', `Arc, radius 1.000", 180° 30' 0", length 3.150"`],
+        ["ft/", 16, "rad", 3, `Edge, length 2' 7 1/2"`, `Vertex (-0' 1", 0' 0", 0' 0")`, `Arc, radius 0' 1", 3.150 rad, length 0' 3 1/8"`],
+    ];
+    for (const [unit, places, ofAngles, anglePlaces, ...expected] of cases) {
+        const spoken = spokenIn(library, { unit, places }, { unit: ofAngles, places: anglePlaces });
+        assert.deepEqual([edge, corner, turned(180.5)].map((thing) => described(thing, spoken)), expected);
+    }
+    // A half turn and nearly a whole one, too.
+    const { angle: said } = spokenIn(library, inUnit("mm", null), { unit: "deg", places: 2 });
+    assert.deepEqual([180, 359.5, 0.25].map(said), ["180.00°", "359.50°", "0.25°"]);
 });

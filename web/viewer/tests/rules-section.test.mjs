@@ -72,3 +72,32 @@ test("what is cut off cannot be picked, and the cut is measured in its plane", (
         near(dot(sub(place, points[0].at), [0, 1, 0]), 0);
     }
 });
+
+test("the length of an arc that lies in the section is measured in its plane, whichever way it runs", () => {
+    const full = 15 * Math.PI;
+    const ends = { start: [55, 40, 20], end: [40, 55, 20] };
+    const cases = [
+        [{ ...half, ...ends }, full / 2],
+        [{ ...half, ...ends, normal: [0, 0, -1] }, (3 * full) / 2],
+        [half, full],
+    ];
+    for (const [arc, length] of cases) {
+        for (const normal of [[0, 0, 1], [0, 0, -1]]) {
+            const left = cut(pickable([arc]), through(arc.centre, normal), 1e-6);
+            const thing = left.edges[0].edge;
+            const [candidate, own] = fitting([{ thing, at: thing.start }], standardViews.top);
+            const place = placeOn(candidate.plane, [62, 62, 50], standardViews.top.to);
+            const recipe = candidate.recipe(place, 3);
+            assert.equal(recipe.call, "PMICreateClipArcDim3D");
+            assert.equal(own.recipe(place, 3).call, "PMICreateArcDim3D");
+            const annotation = library.build(recipe, matrixOf(standardViews.top));
+            near(annotation.measured.value, length);
+            near(candidate.value, length);
+            near(dot([...annotation.plane.slice(8, 11)], normal), 1);
+        }
+    }
+    // One that the section leaves, and that lies elsewhere, is measured as ever.
+    const [{ edge }] = cut(pickable([half]), through([0, 0, 30], [0, 0, 1]), 1e-6).edges;
+    const [first] = fitting([{ thing: edge, at: edge.start }], standardViews.top);
+    assert.equal(first.recipe([60, 60, 20], 3).call, "PMICreateArcDim3D");
+});

@@ -202,6 +202,15 @@ test("a fitted picture shows the part with a margin, and all that stands beside 
     assert.deepEqual(box(part, [[60, -5, 0]]), box(part, []));
     const [[left], [, bottom]] = box([...part, [60, -200, 0], [-300, 0, 0]], [[60, -200, 0], [-300, 0, 0]]);
     assert.ok(left > 5 && bottom < 395, `${left} ${bottom}`);
+    // What lies at the top is left free, but for half of the picture.
+    for (const [strip, free] of [[60, 60], [390, 200]]) {
+        for (const view of [standardViews.top, standardViews.iso]) {
+            const seen = [...part, [60, 300, 0]].map((p) =>
+                toScreen(p, fitted({ ...frame, view }, part, [[60, 300, 0]], strip))[1],
+            );
+            assert.ok(Math.min(...seen) > free && Math.max(...seen) < 396, `${seen}`);
+        }
+    }
 });
 
 test("text is a round number high, and as high on the screen at every zoom", () => {

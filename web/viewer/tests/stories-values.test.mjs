@@ -20,6 +20,8 @@ story("values are switched at once, for all or for one, and taken back", async (
     assert.deepEqual(await viewer.values(), ['4.724"', '⌀1.181"']);
     await page.selectOption("#places", "2");
     assert.deepEqual(await viewer.values(), ['4.72"', '⌀1.18"']);
+    await viewer.hover([120, 30, 20]);
+    await viewer.says('Edge, length 2.36" · click: measure length in XY: 2.36"');
     // New ones are like the others.
     await measure(viewer, [0, 30, 20], [-12, 30, 20]);
     assert.deepEqual(await viewer.values(), ['4.72"', '⌀1.18"', '2.56"']);
@@ -36,6 +38,9 @@ story("values are switched at once, for all or for one, and taken back", async (
     await page.click("#undo");
     assert.deepEqual(await viewer.values(), ['4.72"', '⌀1.18"', '2.56"']);
     assert.equal(await page.inputValue("#unit"), "in");
+    while (await page.isEnabled("#undo")) await page.click("#undo");
+    await viewer.hover([120, 30, 20]);
+    await viewer.says("Edge, length 60 mm");
 });
 
 story("text height, arrow heads and frames are set; what cannot be is not taken", async (viewer) => {

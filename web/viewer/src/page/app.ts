@@ -120,7 +120,7 @@ export class App {
     tell(): void {
         const { placed } = this;
         const annotation = placed.lit === undefined ? undefined : placed.drawings[placed.lit]?.text;
-        this.say_(status({ ...this.measuring.show(), annotation }));
+        this.say_(status({ ...this.measuring.show(), annotation }, this.space.spoken));
         this.commands.refresh();
     }
 

@@ -1,12 +1,14 @@
 // The scene that is open: its part, its annotations, and what was done to them.
-import type { Annotation, Dorvale, Recipe } from "dorvale";
-import { Scene, toModel } from "dorvale";
+import type { Annotation, Annotations, Dorvale, Recipe } from "dorvale";
+import { Scene } from "dorvale";
 import { wholeCircles } from "../rules/circles.js";
 import { areAlike, sheetsOf } from "../rules/sheets.js";
 import type { Edge } from "../rules/things.js";
 import { begun, changed, type History, redone, undone } from "../rules/undo.js";
 import type { Vec } from "../rules/vec.js";
 import { matrixOf, standardViews, type View, viewOfMatrix } from "../rules/view.js";
+import { type Drawing, drawingsOf, endsOf } from "./drawing.js";
+import type { Glyphs } from "./glyphs.js";
 import { meshGeometry, type SceneMesh } from "./mesh.js";
 import { Part } from "./part.js";
 import { settled } from "./placement.js";
@@ -25,12 +27,30 @@ export interface NamedView {
 
 const isObject = (value: unknown): boolean => typeof value === "object" && value !== null;
 
-/** The annotation as it is built here: turned readable, whatever its scene says. */
-function shown(recipe: Recipe, sceneFinish: unknown): Recipe {
+/** An annotation as it is seen in a view. */
+export class Built {
+    /** @param annotations_ those that were built with it */
+    constructor(
+        readonly drawing: Drawing,
+        private readonly annotations_: Annotations,
+        private readonly index_: number,
+    ) {}
+
+    /** It is read each time that it is asked for. */
+    get annotation(): Annotation {
+        return this.annotations_.at(this.index_);
+    }
+}
+
+/** What annotations inherit here: they are turned readable, whatever their scene says. */
+const withReadable = (finish: unknown): Members => ({ ...(finish as Members), readable: true });
+
+/** The annotation as it is built here: what it inherits, it has from the scene. */
+function shown(recipe: Recipe): Recipe {
     const members = recipe as unknown as Members;
-    const own = members["finish"];
-    const finish = own === null ? {} : { ...(sceneFinish as Members), ...(own as Members) };
-    return { ...members, finish: { ...finish, readable: true } } as unknown as Recipe;
+    const own = members["finish"] as Members | null | undefined;
+    const asksForMore = own === null || own?.["readable"] === false;
+    return asksForMore ? ({ ...members, finish: withReadable(own) } as unknown as Recipe) : recipe;
 }
 
 function viewsOf(members: Members): NamedView[] {
@@ -104,7 +124,7 @@ export class Document {
     private readonly scene_: Scene;
     private history_: History<readonly Recipe[]>;
     private builtFor_: readonly number[] = [];
-    private built_ = new WeakMap<Recipe, Annotation>();
+    private built_ = new WeakMap<Recipe, Built>();
 
     /**
      * @param text a scene's text
@@ -113,6 +133,7 @@ export class Document {
     constructor(
         text: string,
         private readonly library_: Dorvale,
+        private readonly glyphs_: Glyphs,
     ) {
         const members = parsed(text);
         const { version: written = version } = members;
@@ -124,7 +145,7 @@ export class Document {
             Object.entries(members).filter(([name]) => !viewersOwn.includes(name)),
         );
         this.members_ = members;
-        this.scene_ = new Scene(read);
+        this.scene_ = new Scene({ ...read, finish: withReadable(read["finish"]) });
         if (!Array.isArray(recipes)) {
             throw new Error("annotations: expected a list");
         }
@@ -134,11 +155,11 @@ export class Document {
         const built = this.build(recipes, this.view);
         const edges = wholeCircles(edgesOf(members));
         // A scene without a model is as large as its annotations.
-        const drawn = edges.length > 0 ? [] : built.flatMap(outlineOf);
+        const drawn = edges.length > 0 ? [] : built.flatMap(({ drawing }) => endsOf(drawing));
         const mesh = members["mesh"] as SceneMesh | undefined;
         this.part = new Part(edges, mesh && meshGeometry(mesh), drawn);
         const point = pointOf(members);
-        this.history_ = begun(recipes.map((recipe, i) => settled(recipe, built[i]!, point)));
+        this.history_ = begun(recipes.map((recipe, i) => settled(recipe, built[i]!.annotation, point)));
     }
 
     /** A view of the scene, or a standard one. */
@@ -171,7 +192,7 @@ export class Document {
     }
 
     /** Annotations as they are seen in a view; what was built for it already is the same. */
-    build(recipes: readonly Recipe[], view: View): Annotation[] {
+    build(recipes: readonly Recipe[], view: View): Built[] {
         const matrix = matrixOf(view);
         if (matrix.some((x, i) => x !== this.builtFor_[i])) {
             this.builtFor_ = matrix;
@@ -179,10 +200,10 @@ export class Document {
         }
         const built = this.built_;
         const missing = recipes.filter((recipe) => !isObject(recipe) || !built.has(recipe));
-        const finish = this.members_["finish"];
-        const readable = missing.map((recipe) => isObject(recipe) ? shown(recipe, finish) : recipe);
-        const annotations = [...this.library_.buildAll(readable, matrix, this.scene_)];
-        missing.forEach((recipe, i) => built.set(recipe, annotations[i]!));
+        const readable = missing.map((recipe) => isObject(recipe) ? shown(recipe) : recipe);
+        const annotations = this.library_.buildAll(readable, matrix, this.scene_);
+        const drawings = drawingsOf(annotations, this.library_.calls, this.glyphs_);
+        missing.forEach((recipe, i) => built.set(recipe, new Built(drawings[i]!, annotations, i)));
         return recipes.map((recipe) => built.get(recipe)!);
     }
 
@@ -194,17 +215,6 @@ export class Document {
         const scene = { ...this.members_, view: written, annotations: this.recipes };
         return `${JSON.stringify(scene, undefined, 1)}\n`;
     }
-}
-
-/** The points that an annotation's lines run through. */
-function outlineOf(annotation: Annotation): Vec[] {
-    return toModel(annotation).lines.flatMap(({ points }): Vec[] =>
-        Array.from({ length: points.length / 3 }, (_, i) => [
-            points[3 * i]!,
-            points[3 * i + 1]!,
-            points[3 * i + 2]!,
-        ]),
-    );
 }
 
 function parsed(text: string): Members {

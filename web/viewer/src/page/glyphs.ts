@@ -7,11 +7,11 @@ export interface Glyph {
     readonly y: number;
     /** How far the next one is. */
     readonly advance: number;
-    /** What its ink and its rim cover. */
+    /** What its ink and its rim cover: its lower left corner, and its sides. */
     readonly left: number;
-    readonly right: number;
     readonly bottom: number;
-    readonly top: number;
+    readonly width: number;
+    readonly height: number;
 }
 
 const cell = 64;
@@ -80,14 +80,16 @@ export class Glyphs {
         this.texture.needsUpdate = true;
         // A pixel more, for what is smoothed across the border.
         const reach = (ink: number, most: number) => Math.min(ink + rim + 1, most) / em;
+        const left = -reach(size.actualBoundingBoxLeft, start.x);
+        const bottom = -reach(size.actualBoundingBoxDescent, cell - start.y);
         const glyph = {
             x: startX,
             y: baseY,
             advance: size.width / em,
-            left: -reach(size.actualBoundingBoxLeft, start.x),
-            right: reach(size.actualBoundingBoxRight, cell - start.x),
-            bottom: -reach(size.actualBoundingBoxDescent, cell - start.y),
-            top: reach(size.actualBoundingBoxAscent, start.y),
+            left,
+            bottom,
+            width: reach(size.actualBoundingBoxRight, cell - start.x) - left,
+            height: reach(size.actualBoundingBoxAscent, start.y) - bottom,
         };
         this.glyphs_.set(character, glyph);
         return glyph;

@@ -10,7 +10,7 @@ import {
     InterleavedBufferAttribute,
     Mesh,
     MeshBasicMaterial,
-    type Object3D,
+    Sphere,
 } from "three";
 import { LineMaterial } from "three/addons/lines/LineMaterial.js";
 import { LineSegments2 } from "three/addons/lines/LineSegments2.js";
@@ -43,7 +43,6 @@ function joined(parts: readonly Float32Array[]): Float32Array {
     return all;
 }
 
-/** Without its bounds, which take long to find: nothing of it is culled. */
 function linesOf(segments: Float32Array): LineSegmentsGeometry {
     const lines = new LineSegmentsGeometry();
     const ends = new InstancedInterleavedBuffer(segments, 6, 1);
@@ -52,6 +51,8 @@ function linesOf(segments: Float32Array): LineSegmentsGeometry {
     lines.instanceCount = segments.length / 6;
     return lines;
 }
+
+const bounds = new Sphere();
 
 /** Of what the part hides. */
 const faint = 0.22;
@@ -146,9 +147,14 @@ export class Ink {
         this.group.clear();
     }
 
-    private add_(object: Object3D, order: number): void {
+    /** Nothing of it is culled, and its order is told: its bounds, which take long to find, are any. */
+    private add_(object: Mesh, order: number): void {
         object.renderOrder = order;
         object.frustumCulled = false;
+        object.geometry.boundingSphere = bounds;
+        if (object instanceof InstancedMesh) {
+            object.boundingSphere = bounds;
+        }
         this.group.add(object);
     }
 }

@@ -1,12 +1,12 @@
-import type { ModelText } from "dorvale";
+import type { DrawnText } from "dorvale/draw";
 import { facing, type TextAxes } from "../rules/facing.js";
 import { dot, moved, sub, type Vec } from "../rules/vec.js";
 import { type Frame, toScreen, type View } from "../rules/view.js";
-import type { Glyphs } from "./glyphs.js";
+import type { Glyph, Glyphs } from "./glyphs.js";
 
 /** A line of text, laid out about a point that stays where it is when the text turns. */
 export interface Label {
-    readonly characters: readonly string[];
+    readonly glyphs: readonly Glyph[];
     readonly center: Vec;
     /** Zero for text that stands parallel to the screen. */
     readonly x: Vec;
@@ -30,9 +30,6 @@ export interface Box {
     readonly height: number;
 }
 
-/** A text with the width of its characters. */
-export type Line = ModelText & { readonly em: number };
-
 const none: Vec = [0, 0, 0];
 
 /** Whether it stands parallel to the screen. */
@@ -41,20 +38,26 @@ export const isUpright = ({ x }: Label): boolean => x === none;
 /** The middle of capital letters above the base line, in em. */
 const middle = 0.36;
 
-/** The lines of an annotation's text. */
-export function labelsOf(texts: readonly Line[], toScreen: boolean, glyphs: Glyphs): Label[] {
-    return texts.map(({ text, location, xAxis, yAxis, height, em }) => {
-        const characters = [...text];
-        const width = em * characters.reduce((sum, c) => sum + glyphs.of(c).advance, 0);
+/** The lines of a block of text. */
+export function labelsOf(texts: readonly DrawnText[], toScreen: boolean, atlas: Glyphs): Label[] {
+    return texts.map(({ text, location, xAxis, yAxis, width: ofCharacters, height }) => {
+        const em = ofCharacters > 0 ? ofCharacters : height;
+        const glyphs: Glyph[] = [];
+        let width = 0;
+        for (const character of text) {
+            const glyph = atlas.of(character);
+            glyphs.push(glyph);
+            width += em * glyph.advance;
+        }
         if (toScreen) {
             const first = texts[0]!.location;
             // Lines run downwards, whichever way the plane's axes lie.
             const bottom = -Math.hypot(...sub(location, first));
-            return { characters, center: first, x: none, y: none, left: 0, bottom, width, height, em };
+            return { glyphs, center: first, x: none, y: none, left: 0, bottom, width, height, em };
         }
         const center = moved(moved(location, xAxis, width / 2), yAxis, middle * height);
         return {
-            characters,
+            glyphs,
             center,
             x: xAxis,
             y: yAxis,

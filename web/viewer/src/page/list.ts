@@ -109,13 +109,17 @@ export class List {
     }
 }
 
+/** What a row says, in text nodes that stay. */
 function write(item: HTMLElement, { value, kind }: Row): void {
-    [value, kind].forEach((text, i) => {
-        const child = item.children[i]!;
-        if (child.textContent !== text) {
-            child.textContent = text;
-        }
-    });
+    const first = item.firstChild!;
+    say(first.firstChild as Text, value);
+    say(first.nextSibling!.firstChild as Text, kind);
+}
+
+function say(node: Text, text: string): void {
+    if (node.data !== text) {
+        node.data = text;
+    }
 }
 
 let made: Element | undefined;
@@ -124,7 +128,7 @@ let made: Element | undefined;
 function template(): Element {
     if (made === undefined) {
         const holder = document.createElement("template");
-        holder.innerHTML = '<li role="option"><b></b><small></small><i title="Delete" aria-hidden="true">✕</i></li>';
+        holder.innerHTML = '<li role="option"><b> </b><small> </small><i title="Delete" aria-hidden="true">✕</i></li>';
         made = holder.content.firstElementChild!;
     }
     return made;

@@ -29,9 +29,13 @@ export function lookingCommands(space: Workspace): Command[] {
     return [...views, fit];
 }
 
-/** The buttons of the views that the scene names. */
+/** Above the buttons, and below them, in pixels. */
+const margin = 8;
+
+/** The buttons of the views that the scene names, which do not cover the part. */
 export function showNamedViews(space: Workspace): void {
     const root = element("named");
+    space.strip = () => (root.hidden ? 0 : root.offsetHeight + 2 * margin);
     const show = () => {
         const { views } = space.document;
         root.hidden = views.length === 0;

@@ -6,9 +6,10 @@ import type { Plane } from "../rules/planes.js";
 import { areAlike, viewsOf } from "../rules/sheets.js";
 import type { Vec } from "../rules/vec.js";
 import type { View } from "../rules/view.js";
+import type { Built } from "./document.js";
 import { element } from "./dom.js";
-import { type Drawing, drawingOf, outlineOf, unseen } from "./drawing.js";
-import { isOn, isUpright, middleOf } from "./labels.js";
+import { type Drawing, outlineOf, unseen } from "./drawing.js";
+import { isOn, middleOf } from "./labels.js";
 import { List } from "./list.js";
 import { look } from "./looking.js";
 import { placeIn, placementOf } from "./placement.js";
@@ -16,25 +17,20 @@ import { Signal } from "./signal.js";
 import type { Workspace } from "./workspace.js";
 
 /** From which side an annotation is seen, and whether its text would be upside down there. */
-function facingOf({ plane: m }: Annotation, { labels: [label] }: Drawing, view: View): number {
-    const axes =
-        label === undefined || isUpright(label)
-            ? { x: [m[0]!, m[1]!, m[2]!] as const, y: [m[4]!, m[5]!, m[6]!] as const }
-            : label;
-    return (isMirrored(axes, view) ? 1 : 0) + (runsBackwards(axes.x, view) ? 2 : 0);
-}
+const facingOf = ({ axes }: Drawing, view: View): number =>
+    (isMirrored(axes, view) ? 1 : 0) + (runsBackwards(axes.x, view) ? 2 : 0);
 
 export class Placed {
     /** As they are built for the view. */
-    annotations: readonly Annotation[] = [];
     drawings: readonly Drawing[] = [];
     /** Another one is lit or selected. */
     readonly pointed = new Signal();
     /** Another one is selected than before, or none. */
     readonly selectedOther = new Signal();
-    private readonly drawn_ = new WeakMap<Annotation, Drawing>();
-    /** From which side each is read. */
+    private built_: readonly Built[] = [];
+    /** From which side each is read, in the view that was looked at last. */
     private facings_: number[] = [];
+    private seenIn_: View | undefined;
     private lit_: number | undefined;
     private selected_: number | undefined;
     private readonly list_: List;
@@ -47,6 +43,11 @@ export class Placed {
         });
         space_.stage.drawing.listen(() => this.turn_());
         space_.beside = () => this.outline_();
+    }
+
+    /** As they are built for the view, each read now. */
+    get annotations(): Annotation[] {
+        return this.built_.map(({ annotation }) => annotation);
     }
 
     /** The one under the cursor. */
@@ -72,11 +73,10 @@ export class Placed {
     /** Builds them for the view that there is. */
     build(): void {
         const { document: scene, stage, view, shown } = this.space_;
-        this.annotations = scene.build(scene.recipes, view);
-        this.drawings = this.annotations.map((annotation, i) =>
-            this.drawing_(annotation, scene.recipes[i]!),
-        );
-        this.facings_ = this.drawings.map((drawing, i) => facingOf(this.annotations[i]!, drawing, view));
+        this.built_ = scene.build(scene.recipes, view);
+        this.drawings = this.built_.map((built, i) => this.drawing_(built, scene.recipes[i]!));
+        this.facings_ = this.drawings.map((drawing) => facingOf(drawing, view));
+        this.seenIn_ = view;
         stage.placed.stand(shown.current !== undefined && areAlike(shown.current.view, view));
         stage.placed.draw(this.drawings);
         this.light(this.lit_);
@@ -85,32 +85,33 @@ export class Placed {
     /** While the view turns, those that come to be read from another side are built again. */
     private turn_(): void {
         const { document: scene, stage, view } = this.space_;
+        if (view === this.seenIn_) {
+            return;
+        }
+        this.seenIn_ = view;
         const flipped = this.drawings.flatMap((drawing, i) =>
-            facingOf(this.annotations[i]!, drawing, view) === this.facings_[i] ? [] : [i],
+            facingOf(drawing, view) === this.facings_[i] ? [] : [i],
         );
         if (flipped.length === 0) {
             return;
         }
-        const annotations = [...this.annotations];
+        const all = [...this.built_];
         const drawings = [...this.drawings];
         const recipes = flipped.map((i) => scene.recipes[i]!);
-        scene.build(recipes, view).forEach((annotation, k) => {
+        scene.build(recipes, view).forEach((built, k) => {
             const i = flipped[k]!;
-            annotations[i] = annotation;
-            drawings[i] = this.drawing_(annotation, recipes[k]!);
-            this.facings_[i] = facingOf(annotation, drawings[i], view);
+            all[i] = built;
+            drawings[i] = this.drawing_(built, recipes[k]!);
+            this.facings_[i] = facingOf(drawings[i], view);
         });
-        this.annotations = annotations;
+        this.built_ = all;
         this.drawings = drawings;
         stage.placed.draw(drawings);
         this.light(this.lit_);
     }
 
-    private drawing_(annotation: Annotation, recipe: Recipe): Drawing {
-        const { stage, shown } = this.space_;
-        const drawing = this.drawn_.get(annotation) ?? drawingOf(annotation, stage.glyphs);
-        this.drawn_.set(annotation, drawing);
-        return shown.has(recipe) ? drawing : unseen(drawing);
+    private drawing_({ drawing }: Built, recipe: Recipe): Drawing {
+        return this.space_.shown.has(recipe) ? drawing : unseen(drawing);
     }
 
     /** Leaves one out, which is drawn elsewhere. */
@@ -189,7 +190,7 @@ export class Placed {
     /** Where one stands now, in the model; undefined for one that cannot be moved. */
     placeOf(index: number): Vec | undefined {
         const placement = placementOf(this.space_.document.recipes[index]!);
-        const annotation = this.annotations[index]!;
+        const { annotation } = this.built_[index]!;
         if (placement === undefined) {
             return undefined;
         }
@@ -200,7 +201,7 @@ export class Placed {
     /** The plane that one is moved in: its own, or the screen's for an upright note. */
     planeOf(index: number, origin: Vec): Plane {
         const isNote = placementOf(this.space_.document.recipes[index]!)?.member === "text";
-        const m = this.annotations[index]!.plane;
+        const m = this.built_[index]!.annotation.plane;
         return { origin, normal: isNote ? this.space_.view.to : [m[8]!, m[9]!, m[10]!] };
     }
 

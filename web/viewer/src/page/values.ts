@@ -12,6 +12,7 @@ import {
     withFormat,
     withMeasure,
 } from "../rules/formats.js";
+import { spokenIn } from "../rules/spoken.js";
 import { arrowOf, heightOf, isFramed, withArrow, withFrame, withHeight } from "../rules/styles.js";
 import type { App } from "./app.js";
 import type { Command } from "./commands.js";
@@ -38,7 +39,13 @@ interface Style {
     readonly frame: boolean;
 }
 
-const usual: Style = { length: inUnit("mm", null), angle: inUnit("deg", null), arrow: "fit", frame: false };
+const usual: Style = {
+    length: inUnit("mm", null),
+    angle: inUnit("deg", null),
+    height: undefined,
+    arrow: "fit",
+    frame: false,
+};
 
 function dressed(recipe: Recipe, { length, angle, height, arrow, frame }: Style): Recipe {
     const written = withMeasure(withMeasure(recipe, length), angle);
@@ -93,7 +100,7 @@ export class Values {
             this.change_((recipe) => withFrame(recipe, frame), { frame });
         });
         placed.selectedOther.listen(() => this.show());
-        space.opened.listen(() => (this.style_ = usual));
+        space.opened.listen(() => this.setStyle_(usual));
         space.opened.listen(() => this.take_());
         space.changed.listen(() => this.take_());
         this.take_();
@@ -141,12 +148,18 @@ export class Values {
             return;
         }
         const { recipes } = this.app_.space.document;
-        this.style_ = {
-            ...this.style_,
+        this.setStyle_({
             length: commonMeasure(recipes, "length") ?? this.style_.length,
             angle: commonMeasure(recipes, "angle") ?? this.style_.angle,
-        };
+        });
         this.show();
+        this.app_.tell();
+    }
+
+    private setStyle_(change: Partial<Style>): void {
+        const { space } = this.app_;
+        this.style_ = { ...this.style_, ...change };
+        space.spoken = spokenIn(space.library, this.style_.length, this.style_.angle);
     }
 
     private measure_(measure: Measure): void {
@@ -181,7 +194,7 @@ export class Values {
         const { recipes } = space.document;
         const { selected } = placed;
         if (selected === undefined) {
-            this.style_ = { ...this.style_, ...style };
+            this.setStyle_(style);
         }
         const next = recipes.map((recipe, i) => (selected === undefined || i === selected ? change(recipe) : recipe));
         if (next.some((recipe, i) => recipe !== recipes[i])) {

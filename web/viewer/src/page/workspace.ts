@@ -4,8 +4,9 @@ import type { Plane } from "../rules/planes.js";
 import { placeOn } from "../rules/place.js";
 import type { Vec } from "../rules/vec.js";
 import { fitted, type Frame, fromScreen, type View } from "../rules/view.js";
+import { exactly, type Spoken } from "../rules/words.js";
 import { Document } from "./document.js";
-import { type Drawing, drawingOf, outlineOf } from "./drawing.js";
+import { type Drawing, outlineOf } from "./drawing.js";
 import { Shown } from "./shown.js";
 import { Signal } from "./signal.js";
 import type { Stage } from "./stage.js";
@@ -29,8 +30,12 @@ export class Workspace {
     mouse: readonly [number, number] = [0, 0];
     /** How new annotations are written. */
     dress: (recipe: Recipe) => Recipe = (recipe) => recipe;
+    /** How values are said. */
+    spoken: Spoken = exactly;
     /** Points that a fitted picture shows beside the part. */
     beside: () => Iterable<Vec> = () => [];
+    /** The height at the top of the picture that a fitted part leaves to what lies there, in pixels. */
+    strip: () => number = () => 0;
     private document_: Document;
     /** The picture that shows all, until it is moved. */
     private fitted_: Frame | undefined;
@@ -42,7 +47,7 @@ export class Workspace {
         private text_: string,
         private name_: string,
     ) {
-        this.document_ = new Document(text_, library);
+        this.document_ = new Document(text_, library, stage.glyphs);
         this.show_();
         stage.resized.listen(() => {
             if (this.fitted_ !== undefined && isSameButForSize(this.fitted_, this.frame)) {
@@ -79,7 +84,7 @@ export class Workspace {
      * @throws Error with one line that says where and what; the scene that was open stays
      */
     open(text: string, name: string): void {
-        const next = new Document(text, this.library);
+        const next = new Document(text, this.library, this.stage.glyphs);
         this.opening.emit();
         [this.text_, this.name_] = [text, name];
         this.document_.part.dispose();
@@ -111,8 +116,8 @@ export class Workspace {
 
     /** An annotation as it is drawn in the view. */
     drawing(recipe: Recipe): Drawing {
-        const [annotation] = this.document_.build([recipe], this.view);
-        return drawingOf(annotation!, this.stage.glyphs);
+        const [built] = this.document_.build([recipe], this.view);
+        return built!.drawing;
     }
 
     /** Where the line of sight through the mouse meets a plane; undefined for one seen edge-on. */
@@ -140,7 +145,7 @@ export class Workspace {
 
     /** Shows the part whole, with what stands beside it. */
     private lookAt_(beside: Iterable<Vec>): void {
-        this.stage.camera.look(fitted(this.frame, this.document_.part.outline(), beside));
+        this.stage.camera.look(fitted(this.frame, this.document_.part.outline(), beside, this.strip()));
         this.fitted_ = this.frame;
     }
 }

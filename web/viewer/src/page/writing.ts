@@ -1,8 +1,17 @@
 // Text as quads of one atlas, one draw call for all of it.
-import { BufferAttribute, BufferGeometry, Color, ShaderMaterial, Vector3 } from "three";
+import {
+    BufferAttribute,
+    type BufferGeometry,
+    Color,
+    InstancedBufferGeometry,
+    InstancedInterleavedBuffer,
+    InterleavedBufferAttribute,
+    ShaderMaterial,
+    Vector3,
+} from "three";
 import type { Vec } from "../rules/vec.js";
 import { type Box, isUpright, type Label } from "./labels.js";
-import { em, type Glyph, type Glyphs, solid } from "./glyphs.js";
+import { em, type Glyphs, solid } from "./glyphs.js";
 
 /**
  * The axes of a label as `facing` has them, found for each corner: while the view turns no text is
@@ -12,7 +21,8 @@ const vertexShader = `
 attribute vec3 center;
 attribute vec3 xAxis;
 attribute vec3 yAxis;
-attribute vec2 offset;
+attribute vec4 place;
+attribute vec4 spot;
 attribute float lift;
 uniform vec2 size;
 uniform vec3 right;
@@ -33,7 +43,9 @@ void main() {
             y = -y;
         }
     }
-    at = vec2(uv.x / size.x, 1.0 - uv.y / size.y);
+    vec2 inAtlas = spot.xy + position.xy * spot.zw;
+    at = vec2(inAtlas.x / size.x, 1.0 - inAtlas.y / size.y);
+    vec2 offset = place.xy + position.xy * place.zw;
     gl_Position = projectionMatrix * viewMatrix * vec4(center + offset.x * x + offset.y * y + lift * to, 1.0);
 }`;
 
@@ -89,14 +101,8 @@ export function writingMaterial(
     });
 }
 
-/** Of a quad, whose corners run from the lower left, counter-clockwise. */
-const triangles = [0, 1, 2, 0, 2, 3] as const;
-
 /** Of a frame, in em. */
 const barWidth = 0.07;
-
-/** One place of a glyph. */
-const spot: Box = { left: 0, bottom: 0, width: 0, height: 0 };
 
 /** The four sides of a frame. */
 function barsOf({ left, bottom, width, height }: Box, thick: number): Box[] {
@@ -108,77 +114,64 @@ function barsOf({ left, bottom, width, height }: Box, thick: number): Box[] {
     ];
 }
 
-/** Faster than `set`, for three numbers. */
-function put(to: Float32Array, at: number, v: Vec): void {
-    to[at] = v[0];
-    to[at + 1] = v[1];
-    to[at + 2] = v[2];
-}
+/** From the lower left, counter-clockwise. */
+const corners = new BufferAttribute(new Float32Array([0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0]), 3);
+const triangles = new BufferAttribute(new Uint16Array([0, 1, 2, 0, 2, 3]), 1);
 
-export function writingGeometry(labels: readonly Label[], glyphs: Glyphs): BufferGeometry {
-    const count = labels.reduce(
-        (sum, { characters, frame }) => sum + characters.length + (frame ? 4 : 0),
-        0,
-    );
-    const center = new Float32Array(12 * count);
-    const xAxis = new Float32Array(12 * count);
-    const yAxis = new Float32Array(12 * count);
-    const offset = new Float32Array(8 * count);
-    const lift = new Float32Array(4 * count);
-    const uv = new Float32Array(8 * count);
-    const index = new Uint32Array(6 * count);
-    let quad = 0;
-    let above = 0;
-    /** A quad at a place in its label, of so large a part of a glyph: all of it, or its middle. */
-    const add = (label: Label, { left, bottom, width, height }: Box, { x, y }: Glyph, ofGlyph: Box) => {
-        for (let corner = 0; corner < 4; ++corner) {
-            const right = corner === 1 || corner === 2 ? 1 : 0;
-            const up = corner > 1 ? 1 : 0;
-            const i = 4 * quad + corner;
-            put(center, 3 * i, label.center);
-            put(xAxis, 3 * i, label.x);
-            put(yAxis, 3 * i, label.y);
-            lift[i] = above;
-            offset[2 * i] = left + right * width;
-            offset[2 * i + 1] = bottom + up * height;
-            uv[2 * i] = x + (ofGlyph.left + right * ofGlyph.width) * em;
-            uv[2 * i + 1] = y - (ofGlyph.bottom + up * ofGlyph.height) * em;
-        }
-        for (let k = 0; k < 6; ++k) {
-            index[6 * quad + k] = 4 * quad + triangles[k]!;
-        }
-        ++quad;
+/** What is said of a quad, and in how many numbers. */
+const parts = { center: 3, xAxis: 3, yAxis: 3, lift: 1, place: 4, spot: 4 } as const;
+const numbersOfQuad = Object.values(parts).reduce((sum, count) => sum + count, 0);
+
+/** A quad for every character, and for every side of a frame. */
+export function writingGeometry(labels: readonly Label[], atlas: Glyphs): BufferGeometry {
+    const count = labels.reduce((sum, { glyphs, frame }) => sum + glyphs.length + (frame ? 4 : 0), 0);
+    const quads = new Float32Array(numbersOfQuad * count);
+    let at = 0;
+    const put = (v: Vec) => {
+        quads[at++] = v[0];
+        quads[at++] = v[1];
+        quads[at++] = v[2];
+    };
+    /** What the quads of a label have in common. */
+    const begin = (label: Label) => {
+        put(label.center);
+        put(label.x);
+        put(label.y);
+        // What stands upright on a face would else sink into it.
+        quads[at++] = isUpright(label) ? label.width + label.height : 0;
     };
     for (const label of labels) {
-        const { height } = label;
+        const { height, em: wide } = label;
         let start = label.left;
-        // What stands upright on a face would else sink into it.
-        above = isUpright(label) ? label.width + label.height : 0;
-        for (const character of label.characters) {
-            const glyph = glyphs.of(character);
-            const { left, bottom, right, top } = glyph;
-            const whole = { left, bottom, width: right - left, height: top - bottom };
-            const place = {
-                left: start + left * label.em,
-                bottom: label.bottom + bottom * height,
-                width: whole.width * label.em,
-                height: whole.height * height,
-            };
-            add(label, place, glyph, whole);
-            start += glyph.advance * label.em;
+        for (const { x, y, advance, left, bottom, width, height: high } of label.glyphs) {
+            begin(label);
+            quads[at++] = start + left * wide;
+            quads[at++] = label.bottom + bottom * height;
+            quads[at++] = width * wide;
+            quads[at++] = high * height;
+            quads[at++] = x + left * em;
+            quads[at++] = y - bottom * em;
+            quads[at++] = width * em;
+            quads[at++] = -high * em;
+            start += advance * wide;
         }
         if (label.frame !== undefined) {
-            const white = glyphs.of(solid);
-            barsOf(label.frame, barWidth * height).forEach((bar) => add(label, bar, white, spot));
+            const white = atlas.of(solid);
+            for (const { left, bottom, width, height: high } of barsOf(label.frame, barWidth * height)) {
+                begin(label);
+                quads.set([left, bottom, width, high, white.x, white.y, 0, 0], at);
+                at += 8;
+            }
         }
     }
-    return new BufferGeometry()
-        .setAttribute("position", new BufferAttribute(center, 3))
-        .setAttribute("center", new BufferAttribute(center, 3))
-        .setAttribute("xAxis", new BufferAttribute(xAxis, 3))
-        .setAttribute("yAxis", new BufferAttribute(yAxis, 3))
-        .setAttribute("offset", new BufferAttribute(offset, 2))
-        .setAttribute("lift", new BufferAttribute(lift, 1))
-        .setAttribute("uv", new BufferAttribute(uv, 2))
-        .setIndex(new BufferAttribute(index, 1));
+    const geometry = new InstancedBufferGeometry();
+    geometry.setAttribute("position", corners).setIndex(triangles);
+    const all = new InstancedInterleavedBuffer(quads, numbersOfQuad, 1);
+    let offset = 0;
+    for (const [name, size] of Object.entries(parts)) {
+        geometry.setAttribute(name, new InterleavedBufferAttribute(all, size, offset));
+        offset += size;
+    }
+    geometry.instanceCount = count;
+    return geometry;
 }

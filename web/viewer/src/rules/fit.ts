@@ -206,24 +206,42 @@ function round(name: string, arc: Arc, call: "PMICreateDiameterDim3D" | "PMICrea
     };
 }
 
-function arcLength(arc: Arc): Candidate {
-    const out = sub(arc.start!, arc.centre);
+/** The length of an arc; of one that lies in a section, first in that plane. */
+function arcLengths(arc: Arc): Candidate[] {
+    const { centre, section } = arc;
+    const start = arc.start!;
     const normal = unit(arc.normal);
-    return {
+    const measured = { value: arc.radius * sweepOf(arc), unit: "length" } as const;
+    const rest = (place: Vec, height: number) => ({
+        curve: arcOf(arc),
+        line1: lineOf(centre, start),
+        line2: lineOf(centre, add(centre, cross(normal, sub(start, centre)))),
+        locate: list(place),
+        height,
+        finish: finish(height),
+    });
+    const own: Candidate = {
+        ...measured,
         name: "Arc length",
-        value: arc.radius * sweepOf(arc),
-        unit: "length",
-        plane: { origin: arc.centre, normal },
+        plane: { origin: centre, normal },
+        recipe: (place, height) => ({ call: "PMICreateArcDim3D", ...rest(place, height) }),
+    };
+    if (section === undefined) {
+        return [own];
+    }
+    const inPlane: Candidate = {
+        ...measured,
+        name: "Arc length in the section",
+        plane: { origin: centre, normal: section },
         recipe: (place, height) => ({
-            call: "PMICreateArcDim3D",
-            curve: arcOf(arc),
-            line1: lineOf(arc.centre, arc.start!),
-            line2: lineOf(arc.centre, add(arc.centre, cross(normal, out))),
-            locate: list(place),
-            height,
-            finish: finish(height),
+            call: "PMICreateClipArcDim3D",
+            normal: list(section),
+            origin: list(centre),
+            xPoint: list(start),
+            ...rest(place, height),
         }),
     };
+    return [inPlane, own];
 }
 
 function ofArc(arc: Arc, view: View): Candidate[] {
@@ -232,7 +250,7 @@ function ofArc(arc: Arc, view: View): Candidate[] {
     }
     const diameter = round("Diameter", arc, "PMICreateDiameterDim3D");
     const radius = round("Radius", arc, "PMICreateRadiusDim3D");
-    return isCircle(arc) ? [diameter, radius] : [arcLength(arc), radius, diameter];
+    return isCircle(arc) ? [diameter, radius] : [...arcLengths(arc), radius, diameter];
 }
 
 /** Two parallel edges: first in their own plane, where that can be seen. */

@@ -111,24 +111,48 @@ function linesOf(recipe: Recipe): readonly string[] {
     return label === undefined ? ["{}"] : typeof label === "string" ? [label] : label;
 }
 
-/** The line of a label that shows the value, taken apart; undefined where there is none. */
-function partsOf(recipe: Recipe, subject: Subject) {
-    const lines = linesOf(recipe);
-    const line = lines.findIndex((text) => firstField.test(text));
-    const [, before = "", field = "", behind = ""] = firstField.exec(lines[line] ?? "") ?? [];
-    const measure = line < 0 ? undefined : measureOf(field, subject);
+/** The line of a label that writes nothing but a value, in a unit. */
+export function labelOf({ unit, places }: Measure): string {
+    const { field, mark } = units[unit];
+    return `{${field(places ?? 0)}}${mark}`;
+}
+
+/** How a line of a label writes the value; undefined where its field is none that there is. */
+function readFormat(text: string, subject: Subject): Format | undefined {
+    const [, before = "", field = "", behind = ""] = firstField.exec(text) ?? [];
+    const measure = measureOf(field, subject);
     if (measure === undefined) {
         return undefined;
     }
     const { mark } = units[measure.unit];
     const symbol = field === asWritten && subject.isWritten ? "" : subject.symbol;
     const hasMark = field !== asWritten && behind.startsWith(mark);
-    const format: Format = {
+    return {
         ...measure,
         prefix: unescaped(before.endsWith(symbol) ? before.slice(0, before.length - symbol.length) : before),
         suffix: unescaped(hasMark ? behind.slice(mark.length) : behind),
     };
-    return { lines, line, format };
+}
+
+/** What was read last: most annotations of a scene are written alike. */
+let last: { readonly text: string; readonly subject: Subject; readonly format: Format | undefined } | undefined;
+
+function formatIn(text: string, subject: Subject): Format | undefined {
+    const isSame =
+        last?.text === text &&
+        last.subject.quantity === subject.quantity &&
+        last.subject.symbol === subject.symbol &&
+        last.subject.isWritten === subject.isWritten;
+    last = isSame ? last! : { text, subject, format: readFormat(text, subject) };
+    return last.format;
+}
+
+/** The line of a label that shows the value, and how; undefined where there is none. */
+function partsOf(recipe: Recipe, subject: Subject) {
+    const lines = linesOf(recipe);
+    const line = lines.findIndex((text) => firstField.test(text));
+    const format = line < 0 ? undefined : formatIn(lines[line]!, subject);
+    return format && { lines, line, format };
 }
 
 /** How an annotation writes its value; undefined for one that shows none. */

@@ -50,6 +50,7 @@ export function pickable(edges: readonly Edge[]): Pickable {
 /** What a section leaves, and the points in which it cuts edges. */
 export function cut(things: Pickable, section: Section, tolerance: number): Pickable {
     const isLeft = (p: Vec) => above(p, section) <= tolerance;
+    const isIn = (p: Vec) => Math.abs(above(p, section)) <= tolerance;
     const places = new Map<string, Point>();
     for (const { edge } of things.edges) {
         for (const at of crossings(edge, section)) {
@@ -58,7 +59,13 @@ export function cut(things: Pickable, section: Section, tolerance: number): Pick
     }
     return {
         points: [...places.values(), ...things.points.filter(({ at }) => isLeft(at))],
-        edges: things.edges.filter(({ through }) => through.some(isLeft)),
+        edges: things.edges
+            .filter(({ through }) => through.some(isLeft))
+            .map(({ edge, through }) =>
+                edge.kind === "arc" && through.every(isIn)
+                    ? { edge: { ...edge, section: section.normal }, through }
+                    : { edge, through },
+            ),
     };
 }
 

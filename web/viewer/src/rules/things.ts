@@ -15,6 +15,8 @@ export interface Arc {
     readonly radius: number;
     readonly start?: Vec;
     readonly end?: Vec;
+    /** The normal of the section that it lies in. */
+    readonly section?: Vec;
 }
 
 export type Edge = Line | Arc;

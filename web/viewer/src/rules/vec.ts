@@ -5,7 +5,7 @@ export const add = (a: Vec, b: Vec): Vec => [a[0] + b[0], a[1] + b[1], a[2] + b[
 export const sub = (a: Vec, b: Vec): Vec => [a[0] - b[0], a[1] - b[1], a[2] - b[2]];
 export const scale = (a: Vec, s: number): Vec => [s * a[0], s * a[1], s * a[2]];
 /** From a point along a direction. */
-export const moved = (p: Vec, d: Vec, s: number): Vec => add(p, scale(d, s));
+export const moved = (p: Vec, d: Vec, s: number): Vec => [p[0] + s * d[0], p[1] + s * d[1], p[2] + s * d[2]];
 export const dot = (a: Vec, b: Vec): number => a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
 export const cross = (a: Vec, b: Vec): Vec => [
     a[1] * b[2] - a[2] * b[1],

@@ -1,4 +1,4 @@
-import { cross, dot, size, sub, turned, unit, type Vec } from "./vec.js";
+import { cross, dot, moved, size, sub, turned, unit, type Vec } from "./vec.js";
 
 /** How the model is looked at: unit vectors to the right, upwards and towards the viewer. */
 export interface View {
@@ -95,8 +95,13 @@ export function panned(frame: Frame, dx: number, dy: number): Frame {
 /** The part of the picture that a part fills, and that it fills with all that stands beside it. */
 const filled = { part: 0.72, all: 0.95 };
 
-/** Shows the points of a part with a margin around them, and what stands beside it. */
-export function fitted(frame: Frame, part: Iterable<Vec>, beside: Iterable<Vec> = []): Frame {
+/**
+ * Shows the points of a part with a margin around them, and what stands beside it.
+ *
+ * @param strip the height at the top of the picture that is left free, in pixels
+ */
+export function fitted(frame: Frame, part: Iterable<Vec>, beside: Iterable<Vec> = [], strip = 0): Frame {
+    const free = frame.height - Math.min(strip, frame.height / 2);
     const axes = [frame.view.right, frame.view.up, frame.view.to];
     const low = [Infinity, Infinity, Infinity];
     const high = [-Infinity, -Infinity, -Infinity];
@@ -124,8 +129,9 @@ export function fitted(frame: Frame, part: Iterable<Vec>, beside: Iterable<Vec> 
     ) as unknown as Vec;
     const unitsPerPixel = Math.max(
         (high[0]! - low[0]!) / (frame.width * filled.all),
-        (high[1]! - low[1]!) / (frame.height * filled.all),
+        (high[1]! - low[1]!) / (free * filled.all),
         1e-6,
     );
-    return { ...frame, target, unitsPerPixel };
+    const down = ((frame.height - free) / 2) * unitsPerPixel;
+    return { ...frame, target: moved(target, frame.view.up, down), unitsPerPixel };
 }

@@ -9,32 +9,44 @@ export function exact(value: number): string {
     return text === "-0" ? "0" : text;
 }
 
-const at = (p: Vec): string => `(${p.map(exact).join(", ")})`;
+/** How values are said: lengths and coordinates in millimetres, angles in degrees. */
+export interface Spoken {
+    readonly length: (value: number) => string;
+    /** Without a unit that is a word. */
+    readonly coordinate: (value: number) => string;
+    readonly angle: (value: number) => string;
+}
+
+export const exactly: Spoken = {
+    length: (value) => `${exact(value)} mm`,
+    coordinate: exact,
+    angle: (value) => `${exact(value)}°`,
+};
 
 /** A thing and its measure. */
-export function described(thing: Thing): string {
+export function described(thing: Thing, { length, coordinate, angle }: Spoken): string {
+    const at = (p: Vec): string => `(${p.map(coordinate).join(", ")})`;
     switch (thing.kind) {
         case "vertex":
             return `${thing.section === undefined ? "Vertex" : "Cut edge"} ${at(thing.at)}`;
         case "centre":
             return `Centre ${at(thing.at)}`;
         case "line":
-            return `Edge, length ${exact(lengthOf(thing))} mm`;
+            return `Edge, length ${length(lengthOf(thing))}`;
         case "arc": {
             if (isCircle(thing)) {
-                return `Circle, diameter ${exact(2 * thing.radius)} mm, centre ${at(thing.centre)}`;
+                return `Circle, diameter ${length(2 * thing.radius)}, centre ${at(thing.centre)}`;
             }
             const sweep = sweepOf(thing);
-            const degrees = exact((180 * sweep) / Math.PI);
-            const length = exact(sweep * thing.radius);
-            return `Arc, radius ${exact(thing.radius)} mm, ${degrees}°, length ${length} mm`;
+            const round = angle((180 * sweep) / Math.PI);
+            return `Arc, radius ${length(thing.radius)}, ${round}, length ${length(sweep * thing.radius)}`;
         }
     }
 }
 
 /** A dimension and its value. */
-export const valued = ({ name, value, unit }: Candidate): string =>
-    `${name}: ${exact(value)}${unit === "angle" ? "°" : " mm"}`;
+const valued = ({ name, value, unit }: Candidate, spoken: Spoken): string =>
+    `${name}: ${spoken[unit](value)}`;
 
 const lowered = (text: string): string => text.charAt(0).toLowerCase() + text.slice(1);
 
@@ -53,9 +65,9 @@ export interface Situation {
 }
 
 /** What is under the cursor, and what a click does. */
-export function status(now: Situation): string {
+export function status(now: Situation, spoken: Spoken): string {
     const { hovered, first, following, next } = now;
-    const under = hovered === undefined ? "" : `${described(hovered)} · `;
+    const under = hovered === undefined ? "" : `${described(hovered, spoken)} · `;
     if (now.writesNote) {
         return "Note · click: place it · Esc: cancel";
     }
@@ -64,7 +76,7 @@ export function status(now: Situation): string {
     }
     if (next !== undefined) {
         const verb = first === undefined ? "measure" : "to it:";
-        return `${under}click: ${verb} ${lowered(valued(next))}`;
+        return `${under}click: ${verb} ${lowered(valued(next, spoken))}`;
     }
     if (first === undefined) {
         return hovered === undefined
@@ -72,8 +84,8 @@ export function status(now: Situation): string {
             : `${under}click: measure from it`;
     }
     if (following === undefined) {
-        return `${under}From ${lowered(described(first))} · click a second thing · N: note · Esc: cancel`;
+        return `${under}From ${lowered(described(first, spoken))} · click a second thing · N: note · Esc: cancel`;
     }
     const others = now.candidates > 1 ? " · Tab: another kind" : "";
-    return `${under}${valued(following)} · click: place it${others} · Esc: cancel`;
+    return `${under}${valued(following, spoken)} · click: place it${others} · Esc: cancel`;
 }
