@@ -1,6 +1,6 @@
 // Stories of values as people read them.
 import assert from "node:assert/strict";
-import { block } from "./block.mjs";
+import { block, length } from "./block.mjs";
 import { story } from "./story.mjs";
 
 async function measure(viewer, thing, place) {
@@ -41,6 +41,13 @@ story("values are switched at once, for all or for one, and taken back", async (
     while (await page.isEnabled("#undo")) await page.click("#undo");
     await viewer.hover([120, 30, 20]);
     await viewer.says("Edge, length 60 mm");
+});
+
+story("an annotation has its scene's finish, or none of it", async (viewer) => {
+    const finishes = [undefined, null, { readable: false }, { label: "own {}" }];
+    const annotations = finishes.map((finish) => ({ ...length, finish }));
+    await viewer.drop({ ...block, finish: { label: "2X {.1}" }, annotations });
+    assert.deepEqual(await viewer.values(), ["2X 120.0", "120.00", "2X 120.0", "own 120.00"]);
 });
 
 story("text height, arrow heads and frames are set; what cannot be is not taken", async (viewer) => {

@@ -502,6 +502,7 @@ story("a file with a mistake is refused in one line, and the scene stays", async
         ["{", /^broken\.json: not JSON: /],
         [{ ...block, edges: [circle] }, /^broken\.json: edges\[0\]: "radius" is missing$/],
         [{ ...block, version: 7 }, /^broken\.json: version: expected 1/],
+        [{ ...block, finish: 7 }, /^broken\.json: finish: expected/],
         [{ ...block, mesh: { ...block.mesh, positions: "?" } }, /^broken\.json: mesh\.positions: /],
         [{ annotations: [{ call: "PMICreateNothing" }] }, /^broken\.json: annotations\[0\]\.call: /],
     ];

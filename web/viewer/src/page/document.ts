@@ -42,15 +42,24 @@ export class Built {
     }
 }
 
-/** What annotations inherit here: they are turned readable, whatever their scene says. */
-const withReadable = (finish: unknown): Members => ({ ...(finish as Members), readable: true });
+/** Annotations are turned readable here, whatever is said. What is no finish is left for its reader. */
+const withReadable = (finish: unknown): unknown =>
+    isObject(finish) && !Array.isArray(finish)
+        ? { ...(finish as Members), readable: true }
+        : (finish ?? { readable: true });
+
+const finishOf = (recipe: Recipe) => (recipe as unknown as Members | null)?.["finish"];
 
 /** The annotation as it is built here: what it inherits, it has from the scene. */
 function shown(recipe: Recipe): Recipe {
-    const members = recipe as unknown as Members;
-    const own = members["finish"] as Members | null | undefined;
-    const asksForMore = own === null || own?.["readable"] === false;
-    return asksForMore ? ({ ...members, finish: withReadable(own) } as unknown as Recipe) : recipe;
+    const own = finishOf(recipe) as Members | null | undefined;
+    if (own === null) {
+        const { finish: _, ...others } = recipe as unknown as Members;
+        return others as unknown as Recipe;
+    }
+    return own?.["readable"] === false
+        ? ({ ...recipe, finish: withReadable(own) } as unknown as Recipe)
+        : recipe;
 }
 
 function viewsOf(members: Members): NamedView[] {
@@ -122,6 +131,8 @@ export class Document {
     readonly views: readonly NamedView[];
     private readonly members_: Members;
     private readonly scene_: Scene;
+    /** The same, without its finish. */
+    private readonly bare_: () => Scene;
     private history_: History<readonly Recipe[]>;
     private builtFor_: readonly number[] = [];
     private built_ = new WeakMap<Recipe, Built>();
@@ -145,7 +156,10 @@ export class Document {
             Object.entries(members).filter(([name]) => !viewersOwn.includes(name)),
         );
         this.members_ = members;
-        this.scene_ = new Scene({ ...read, finish: withReadable(read["finish"]) });
+        const finished = (finish: unknown) => new Scene({ ...read, finish: withReadable(finish) });
+        this.scene_ = finished(read["finish"]);
+        let bare: Scene | undefined;
+        this.bare_ = () => (bare ??= finished(undefined));
         if (!Array.isArray(recipes)) {
             throw new Error("annotations: expected a list");
         }
@@ -198,13 +212,22 @@ export class Document {
             this.builtFor_ = matrix;
             this.built_ = new WeakMap();
         }
-        const built = this.built_;
-        const missing = recipes.filter((recipe) => !isObject(recipe) || !built.has(recipe));
-        const readable = missing.map((recipe) => isObject(recipe) ? shown(recipe) : recipe);
-        const annotations = this.library_.buildAll(readable, matrix, this.scene_);
+        const missing = recipes.filter((recipe) => !isObject(recipe) || !this.built_.has(recipe));
+        this.add_(missing, matrix, this.scene_);
+        const bare = missing.filter((recipe) => finishOf(recipe) === null);
+        if (bare.length > 0) {
+            this.add_(bare, matrix, this.bare_());
+        }
+        return recipes.map((recipe) => this.built_.get(recipe)!);
+    }
+
+    private add_(recipes: readonly Recipe[], matrix: readonly number[], scene: Scene): void {
+        const readable = recipes.map((recipe) => (isObject(recipe) ? shown(recipe) : recipe));
+        const annotations = this.library_.buildAll(readable, matrix, scene);
         const drawings = drawingsOf(annotations, this.library_.calls, this.glyphs_);
-        missing.forEach((recipe, i) => built.set(recipe, new Built(drawings[i]!, annotations, i)));
-        return recipes.map((recipe) => built.get(recipe)!);
+        recipes.forEach((recipe, i) =>
+            this.built_.set(recipe, new Built(drawings[i]!, annotations, i)),
+        );
     }
 
     /** The scene's text, with the annotations that it has now, looked at as it is now. */
